@@ -1,0 +1,131 @@
+// zgraphics: drawing classes.
+//
+// ZDPath is the flat list of drawing elements that the host holds, in the
+// manner of a painter path, and the library's facade. Its add operations
+// follow one rule: two points closer than one unit in both x and y count as
+// the same point.
+#ifndef ZGRAPHICS_DRAWING_H
+#define ZGRAPHICS_DRAWING_H
+
+#include <zgraphics/primitives.h>
+
+#include <QtCore/QPoint>
+#include <QtCore/QPointF>
+#include <QtCore/QRectF>
+#include <QtCore/QVector>
+#include <QtGui/QPolygonF>
+#include <QtGui/QTransform>
+
+// Element kinds. Codes 0 to 3 are those of QPainterPath::ElementType.
+enum ZDPathElementType : int32_t {
+    ZDMoveToElement = 0,      // starts a subpath at the point
+    ZDLineToElement = 1,      // straight line to the point
+    ZDCurveToElement = 2,     // first control point of a cubic
+    ZDCurveToDataElement = 3, // second control point, or end point, of a cubic
+    ZDCloseElement = 4        // closes the subpath; its point is the subpath's start
+};
+
+// One element of a drawing path. A cubic takes three elements: types 2, 3, 3.
+class ZG_EXPORT ZDPathElement
+{
+public:
+    static constexpr int32_t ZDMoveToElement = ::ZDMoveToElement;
+    static constexpr int32_t ZDLineToElement = ::ZDLineToElement;
+    static constexpr int32_t ZDCurveToElement = ::ZDCurveToElement;
+    static constexpr int32_t ZDCurveToDataElement = ::ZDCurveToDataElement;
+    static constexpr int32_t ZDCloseElement = ::ZDCloseElement;
+
+    double x;
+    double y;
+    // The point a subpath's end had before setLineHead shortened it; 0 otherwise.
+    double auxX;
+    double auxY;
+    int32_t type;
+
+    ZDPathElement() : x(0.0), y(0.0), auxX(0.0), auxY(0.0), type(ZDMoveToElement) {}
+    ZDPathElement(double x, double y, int32_t type) : x(x), y(y), auxX(0.0), auxY(0.0), type(type) {}
+
+    QPointF toPoint() const { return QPointF(x, y); }
+    bool isMoveTo() const { return type == ZDMoveToElement; }
+    bool isLineTo() const { return type == ZDLineToElement; }
+    bool isCurveTo() const { return type == ZDCurveToElement; }
+    bool isClose() const { return type == ZDCloseElement; }
+};
+
+// A drawing path: a flat, implicitly shared list of elements.
+//
+// The continuation rule of the add operations: on an empty list or after a
+// close element a move is appended at the new start; a start within one unit
+// of the last element (strictly, in both x and y) continues from that element;
+// any other start gets a line to it first.
+class ZG_EXPORT ZDPath
+{
+public:
+    static constexpr int32_t ZDMoveToElement = ::ZDMoveToElement;
+    static constexpr int32_t ZDLineToElement = ::ZDLineToElement;
+    static constexpr int32_t ZDCurveToElement = ::ZDCurveToElement;
+    static constexpr int32_t ZDCurveToDataElement = ::ZDCurveToDataElement;
+    static constexpr int32_t ZDCloseElement = ::ZDCloseElement;
+
+    QVector<ZDPathElement> elements;
+
+    ZDPath() {}
+    // moveTo top left, lines to top right, bottom right, bottom left, closeSubpath.
+    explicit ZDPath(const QRectF &rect);
+
+    int count() const { return elements.size(); }
+    bool isEmpty() const { return elements.isEmpty(); }
+    const ZDPathElement &elementAt(int i) const { return elements.at(i); }
+    // Empties the list and keeps its capacity; nothing on an empty list.
+    void reset();
+    // Overwrite one coordinate of the last element; nothing on an empty list.
+    void setBackX(double x);
+    void setBackY(double y);
+
+    // Append one element each, with no test of what came before.
+    void moveTo(double x, double y);
+    void moveTo(const QPointF &p);
+    void lineTo(double x, double y);
+    void lineTo(const QPointF &p);
+    void cubicTo(const QPointF &c1, const QPointF &c2, const QPointF &end);
+
+    // The continuation rule for the start, then the piece.
+    void addLine(const QPointF &p1, const QPointF &p2);
+    void addLine(double x1, double y1, double x2, double y2);
+    // pts[0] is read whatever n is: n must be at least 1.
+    void addLines(const QPointF *pts, int n);
+    void addLines(const QPoint *pts, int n);
+    void addBezier(const QPointF &p1, const QPointF &c1, const QPointF &c2, const QPointF &p2);
+    // pts holds a start and then control, control, end triples: a cubic for
+    // i = 3, 6, 9, ... while i < n. pts[0] is read whatever n is.
+    void addBeziers(const QPointF *pts, int n);
+    // Appends other's elements. With connect set on a non-empty list, other's
+    // first element is dropped if it is within one unit of the last element,
+    // else appended as a line. other is detached by the access but unchanged.
+    void addPath(ZDPath &other, bool connect = false);
+    // A move and lines, or only lines if the list ends on a bare move. No close.
+    void addPolygon(const QPolygonF &polygon);
+    // Move, three lines, then closeSubpath.
+    void addRect(const QRectF &rect);
+    // Ends the subpath on its start point (snapping the last element within
+    // one unit, else adding a line) and appends a close element. Nothing with
+    // fewer than 2 elements or after a close element.
+    void closeSubpath();
+
+    // In place over every element, close elements included; auxX/auxY untouched.
+    void translate(double dx, double dy);
+    void transform(const QTransform &matrix);
+    void scale(double sx, double sy);
+
+    // An elliptical arc of the ellipse inscribed in rect, angles in degrees
+    // (0 is the right middle). The arc's start joins the list with a move
+    // (empty list or after a close), nothing (a last move within 0.0001), or
+    // a line. Nothing for an empty rectangle.
+    void arcTo(const QRectF &rect, double startAngle, double sweepLength);
+    void arcTo(double x, double y, double w, double h, double startAngle, double sweepLength);
+    // A closed ellipse of four cubics, starting at the right middle; a bare
+    // move at the end of the list is replaced. Nothing for an empty rectangle.
+    void ellipse(const QRectF &rect);
+};
+
+#endif // ZGRAPHICS_DRAWING_H

@@ -1,0 +1,1 @@
+#include <zgraphics/drawing.h>
