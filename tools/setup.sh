@@ -3,7 +3,7 @@
 # Does nothing when everything is present; fails with a clear message if it cannot install.
 set -euo pipefail
 
-packages=(cmake ninja-build g++ pkg-config qtbase5-dev libeigen3-dev libgtest-dev libgmock-dev libbenchmark-dev)
+packages=(cmake ninja-build g++ pkg-config qtbase5-dev libeigen3-dev libgtest-dev libgmock-dev libbenchmark-dev fonts-dejavu-core)
 missing=()
 for p in "${packages[@]}"; do
     if ! dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed"; then
