@@ -11,6 +11,8 @@
 #include <cstdio>
 #include <cstring>
 
+#include <unistd.h>
+
 namespace {
 
 const char *const kUsage =
@@ -58,6 +60,8 @@ int main(int argc, char **argv)
     // Text needs a GUI application; the offscreen platform needs no display.
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
+    if (qEnvironmentVariableIsEmpty("XDG_RUNTIME_DIR"))
+        qputenv("XDG_RUNTIME_DIR", QByteArray("/tmp/zgtool-runtime-") + QByteArray::number(getuid()));
     QGuiApplication app(argc, argv);
 
     QStringList args = app.arguments().mid(1);

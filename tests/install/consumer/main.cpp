@@ -13,5 +13,5 @@ int main()
     matrix.scale(2, 2, nullptr);
     const zgPoint mapped = matrix.transformPoint(zgPoint(3, 4));
     std::printf("%d elements, mapped %g %g\n", path.count(), mapped.x, mapped.y);
-    return path.count() == 17 && mapped.x == 6 && mapped.y == 8 ? 0 : 1;
+    return path.count() == 20 && mapped.x == 6 && mapped.y == 8 ? 0 : 1;
 }
