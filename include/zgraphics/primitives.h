@@ -60,7 +60,8 @@ public:
     // so that the zero vector turns to NaN.
     void setLength(double length);
     // Unsigned angle to other in degrees (0 to 180), or the direction of this
-    // vector (atan2) when other is null. NaN (signalling) if a length product is zero.
+    // vector (atan2; 0 for a zero vector) when other is null. NaN (qSNaN from
+    // getAngleInRadians) if the product of the lengths is within 1e-12 of zero.
     double getAngle(const zgPoint *other = nullptr) const;
     double getAngleInRadians(const zgPoint *other = nullptr) const;
     // Change the object: keep the length, set the direction. A zero vector is left alone.

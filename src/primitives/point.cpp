@@ -8,8 +8,6 @@
 
 namespace {
 
-const double kDegreesPerRadian = 180.0 / M_PI;
-
 // The library's zero test on a single coordinate or difference.
 bool isNearZero(double value)
 {
@@ -94,7 +92,7 @@ void zgPoint::setLength(double length)
 
 double zgPoint::getAngle(const zgPoint *other) const
 {
-    return getAngleInRadians(other) * kDegreesPerRadian;
+    return getAngleInRadians(other) * 180.0 / M_PI;
 }
 
 double zgPoint::getAngleInRadians(const zgPoint *other) const
@@ -111,7 +109,7 @@ double zgPoint::getAngleInRadians(const zgPoint *other) const
 
 void zgPoint::setAngle(double degrees)
 {
-    setAngleInRadians(degrees / kDegreesPerRadian);
+    setAngleInRadians(degrees * M_PI / 180.0);
 }
 
 void zgPoint::setAngleInRadians(double radians)
@@ -125,7 +123,7 @@ void zgPoint::setAngleInRadians(double radians)
 
 double zgPoint::getDirectedAngle(const zgPoint &p) const
 {
-    return std::atan2(cross(p), dot(p)) * kDegreesPerRadian;
+    return std::atan2(cross(p), dot(p)) * 180.0 / M_PI;
 }
 
 double zgPoint::getQuadrant() const
@@ -139,7 +137,7 @@ zgPoint zgPoint::rotate(double degrees, const zgPoint *center) const
 {
     if (degrees == 0.0)
         return *this;
-    const double radians = degrees / kDegreesPerRadian;
+    const double radians = degrees * M_PI / 180.0;
     const double sine = std::sin(radians);
     const double cosine = std::cos(radians);
     const zgPoint pivot = center ? *center : zgPoint();

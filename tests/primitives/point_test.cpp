@@ -7,6 +7,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cstring>
+
 #include <cmath>
 #include <limits>
 
@@ -140,7 +142,11 @@ TEST(Point, AngleIsNaNWhenLengthProductIsZero)
 {
     const zgPoint a(1.0, 0.0);
     const zgPoint zero;
-    EXPECT_TRUE(qIsNaN(a.getAngleInRadians(&zero)));
+    const double undefined = a.getAngleInRadians(&zero);
+    EXPECT_TRUE(qIsNaN(undefined));
+    quint64 bits;
+    std::memcpy(&bits, &undefined, sizeof bits);
+    EXPECT_EQ(bits & (quint64(1) << 51), 0u) << "the signalling NaN has its quiet bit clear";
     EXPECT_TRUE(qIsNaN(a.getAngle(&zero)));
     // Length product 1e-12 exactly: still within the zero bound.
     const zgPoint small(1e-12, 0.0);
@@ -371,8 +377,9 @@ TEST(Point, RandomDrawsYFirstUnscaled)
 TEST(Point, ToString)
 {
     EXPECT_EQ(zgPoint(1.5, -2.0).toString(), QStringLiteral("x: 1.5, y: -2"));
-    EXPECT_EQ(zgPoint(0.1, 1e20).toString(),
-              QStringLiteral("x: %1, y: %2").arg(0.1, 0, 'g', -1).arg(1e20, 0, 'g', -1));
+    EXPECT_EQ(zgPoint(0.1, 1e20).toString(), QStringLiteral("x: 0.1, y: 1e+20"));
+    // Six significant digits, as %g.
+    EXPECT_EQ(zgPoint(1.0 / 3, 1234567).toString(), QStringLiteral("x: 0.333333, y: 1.23457e+06"));
 }
 
 TEST(Size, DefaultSetAddMultiply)

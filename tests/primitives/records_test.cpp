@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cstddef>
+
 #include <type_traits>
 
 namespace {
@@ -105,6 +107,11 @@ TEST(Records, HitOptDefaults)
     EXPECT_TRUE(options.stroke);
     EXPECT_FALSE(options.curves);
     EXPECT_TRUE(options.styleFill);
+}
+
+TEST(Records, HitOptToleranceIsTheFirstField)
+{
+    EXPECT_EQ(offsetof(zgHitOpt, tolerance), 0u);
 }
 
 TEST(Records, HitOptConstructorTakesToleranceLast)

@@ -229,6 +229,25 @@ TEST(Rect, ToString)
 {
     EXPECT_EQ(zgRect(1.0, -2.5, 3.0, 0.25).toString(),
               QStringLiteral("x: 1, y: -2.5, width: 3, height: 0.25"));
+    EXPECT_EQ(zgRect(1.0 / 3, 2e-7, 1234567, 100).toString(),
+              QStringLiteral("x: 0.333333, y: 2e-07, width: 1.23457e+06, height: 100"));
+}
+
+TEST(Rect, IntersectsIsStrictOnEachSideAlone)
+{
+    const zgRect r(0, 0, 2, 2);
+    EXPECT_FALSE(r.intersects(zgRect(-1, 0.5, 1, 1))); // touches the left side only
+    EXPECT_FALSE(r.intersects(zgRect(0.5, 2, 1, 1)));  // touches the bottom side only
+    EXPECT_FALSE(r.intersects(zgRect(2, 0.5, 1, 1)));  // touches the right side only
+    EXPECT_FALSE(r.intersects(zgRect(0.5, -1, 1, 1))); // touches the top side only
+    EXPECT_TRUE(r.intersects(zgRect(0.5, -0.5, 1, 1)));
+}
+
+TEST(Rect, ContainsRectChecksTheTopSide)
+{
+    const zgRect r(0, 0, 2, 2);
+    EXPECT_FALSE(r.containsRect(zgRect(0.5, -1e-9, 1, 1)));
+    EXPECT_TRUE(r.containsRect(zgRect(0.5, 0, 1, 1)));
 }
 
 } // namespace
