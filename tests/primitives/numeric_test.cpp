@@ -891,3 +891,43 @@ TEST(Numeric, EllipsePointQtFormMatches)
         EXPECT_EQ(p.y(), expected.y) << angle;
     }
 }
+
+namespace {
+
+// Exact boundaries of the solvers' comparisons.
+TEST(NumericBoundaries, QuadraticBoundsAreStrictAtTheMargin)
+{
+    QVector<double> roots;
+    // A root exactly 1e-12 beyond a bound is dropped.
+    EXPECT_EQ(zgNumeric::solveQuadratic(0, 1, -(1.0 + 1e-12), roots, 0, 1), 0);
+    EXPECT_EQ(zgNumeric::solveQuadratic(0, 1, 1e-12, roots, 0, 1), 0);
+}
+
+TEST(NumericBoundaries, LeadingCoefficientTestIsStrict)
+{
+    QVector<double> roots;
+    // |a| = 1e-12 is not below 1e-12: the quadratic branch runs and finds +-1.
+    ASSERT_EQ(zgNumeric::solveQuadratic(1e-12, 0, -1e-12, roots, 0, 0), 2);
+    EXPECT_NEAR(std::abs(roots[0]), 1.0, 1e-12);
+    EXPECT_NEAR(roots[0] + roots[1], 0.0, 1e-12);
+}
+
+TEST(NumericBoundaries, DiscriminantLimitIsInclusive)
+{
+    QVector<double> roots;
+    // D = -1.12e-16 exactly still counts as a (double) root pair.
+    ASSERT_EQ(zgNumeric::solveQuadratic(1, 0, 1.12e-16, roots, 0, 0), 2);
+    EXPECT_NEAR(std::abs(roots[0]), 1.12e-16, 1e-30);
+}
+
+TEST(NumericBoundaries, FindRootBisectsWhenTheStepReachesABound)
+{
+    const auto f = [](double x) { return x - 1.0; };
+    const auto slow = [](double) { return 0.5; };
+    // fx > 0 and the Newton step lands exactly on a: bisect towards a.
+    EXPECT_DOUBLE_EQ(zgNumeric::findRoot(f, slow, 1.5, 0.5, 3.0, 1, 1e-12), 1.0);
+    // fx < 0 and the Newton step lands exactly on b: bisect towards b.
+    EXPECT_DOUBLE_EQ(zgNumeric::findRoot(f, slow, 0.5, -3.0, 1.5, 1, 1e-12), 1.0);
+}
+
+} // namespace
