@@ -11,10 +11,10 @@ void ZDPath::arcTo(const QRectF &rect, double startAngle, double sweepLength)
     QVector<QPointF> points;
     const QPointF start = zgBezier::arcToBezier(rect, startAngle, sweepLength, points);
 
-    if (elements.isEmpty() || elements.last().type == ZDCloseElement) {
+    if (elements.isEmpty() || elements.constLast().type == ZDCloseElement) {
         moveTo(start);
     } else {
-        const ZDPathElement &last = elements.last();
+        const ZDPathElement &last = elements.constLast();
         // A move already at the arc's start is kept as the arc's start; any
         // other gap, however small, gets its line.
         const bool onMove = last.type == ZDMoveToElement
@@ -43,7 +43,7 @@ void ZDPath::ellipse(const QRectF &rect)
     const QPointF start = zgBezier::arcToBezier(rect, 0, -360.0, points);
 
     // A bare move at the end is replaced by the ellipse's own.
-    if (!elements.isEmpty() && elements.last().type == ZDMoveToElement)
+    if (!elements.isEmpty() && elements.constLast().type == ZDMoveToElement)
         elements.removeLast();
 
     moveTo(start);

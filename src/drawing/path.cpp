@@ -14,11 +14,11 @@ void appendElement(QVector<ZDPathElement> &elements, double x, double y, int32_t
 // continues from that element as it is); otherwise a line to the start.
 void continueAt(QVector<ZDPathElement> &elements, const QPointF &start)
 {
-    if (elements.isEmpty() || elements.last().type == ZDCloseElement) {
+    if (elements.isEmpty() || elements.constLast().type == ZDCloseElement) {
         appendElement(elements, start.x(), start.y(), ZDMoveToElement);
         return;
     }
-    if (zgNumeric::pointEquate1(elements.last().toPoint(), start))
+    if (zgNumeric::pointEquate1(elements.constLast().toPoint(), start))
         return;
     appendElement(elements, start.x(), start.y(), ZDLineToElement);
 }
@@ -143,7 +143,7 @@ void ZDPath::addPath(ZDPath &other, bool connect)
     const ZDPathElement &first = source.first();
     if (elements.isEmpty() || !connect) {
         elements.append(first);
-    } else if (!zgNumeric::pointEquate1(elements.last().toPoint(), first.toPoint())) {
+    } else if (!zgNumeric::pointEquate1(elements.constLast().toPoint(), first.toPoint())) {
         ZDPathElement joint = first;
         joint.type = ZDLineToElement;
         elements.append(joint);
@@ -156,7 +156,7 @@ void ZDPath::addPolygon(const QPolygonF &polygon)
 {
     if (polygon.isEmpty())
         return;
-    const bool hangsOnMove = !elements.isEmpty() && elements.last().type == ZDMoveToElement;
+    const bool hangsOnMove = !elements.isEmpty() && elements.constLast().type == ZDMoveToElement;
     const QPointF &first = polygon.first();
     appendElement(elements, first.x(), first.y(), hangsOnMove ? ZDLineToElement : ZDMoveToElement);
     for (int i = 1; i < polygon.size(); ++i)
@@ -174,7 +174,7 @@ void ZDPath::addRect(const QRectF &rect)
 
 void ZDPath::closeSubpath()
 {
-    if (elements.size() < 2 || elements.last().type == ZDCloseElement)
+    if (elements.size() < 2 || elements.constLast().type == ZDCloseElement)
         return;
 
     // The subpath starts at the nearest move before the end; without one, at the origin.

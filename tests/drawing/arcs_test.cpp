@@ -318,3 +318,33 @@ TEST(PathEllipseTest, NaNRectangleGivesAMoveAndCloseAtTheOrigin)
     expectElement(path, 0, 0, 0, Move);
     expectElement(path, 1, 0, 0, Close);
 }
+
+TEST(PathArcToTest, MoveExactlyATenThousandthAwayGetsALine)
+{
+    // The arc of this rectangle starts exactly at (0, 50); the test is strict.
+    ZDPath path;
+    path.moveTo(0.0001, 50);
+    path.arcTo(QRectF(-100, 0, 100, 100), 0, 90);
+    ASSERT_EQ(path.count(), 5);
+    EXPECT_EQ(path.elements.at(1).type, ZDLineToElement);
+    EXPECT_EQ(path.elements.at(1).x, 0.0);
+    EXPECT_EQ(path.elements.at(1).y, 50.0);
+}
+
+TEST(PathArcToTest, ReadOnlyChecksKeepTheListShared)
+{
+    ZDPath path;
+    path.moveTo(0, 0);
+    path.lineTo(10, 0);
+    path.lineTo(0, 10);
+    path.closeSubpath();
+    const ZDPath copy = path;
+    path.closeSubpath(); // after a close: nothing to do, nothing detached
+    EXPECT_EQ(path.elements.constData(), copy.elements.constData());
+}
+
+TEST(PathBuildingTest, RectangleConvertsImplicitly)
+{
+    const ZDPath path = QRectF(0, 0, 10, 10);
+    EXPECT_EQ(path.count(), 6);
+}
