@@ -13,6 +13,7 @@
 #include <QtCore/QPointF>
 #include <QtCore/QRectF>
 #include <QtCore/QVector>
+#include <QtGui/QPainterPath>
 #include <QtGui/QPolygonF>
 #include <QtGui/QTransform>
 
@@ -71,7 +72,7 @@ public:
 
     ZDPath() {}
     // moveTo top left, lines to top right, bottom right, bottom left, closeSubpath.
-    explicit ZDPath(const QRectF &rect);
+    ZDPath(const QRectF &rect);
 
     int count() const { return elements.size(); }
     bool isEmpty() const { return elements.isEmpty(); }
@@ -126,6 +127,50 @@ public:
     // A closed ellipse of four cubics, starting at the right middle; a bare
     // move at the end of the list is replaced. Nothing for an empty rectangle.
     void ellipse(const QRectF &rect);
+
+    // Removes empty subpaths in place: the first element becomes a move, a
+    // move followed by a move loses the earlier one, a move followed by a
+    // close loses both, and a trailing move is dropped.
+    void cleanUp();
+    // Appends every element of path (a closed painter subpath keeps its line
+    // back to the start; no close element comes from here).
+    void fromPainterPath(const QPainterPath &path);
+    // Replaces out by the painter path drawn from the elements; a cubic cut
+    // short at the end of the list and a lone type 3 element draw nothing.
+    void toPainterPath(QPainterPath &out) const;
+    // The same with every point rounded by qRound. The rounded points of all
+    // but the close elements sit in one vector, read with a running index that
+    // moves by one for a move or a line and by three for each first control
+    // point, whole cubic or not; a lone type 3 element does not move it.
+    void toPainterPathWithRoundValue(QPainterPath &out) const;
+    // Rounds the points of all but the close elements by qRound, in place.
+    void roundData();
+
+    // Walks from index to the next open subpath. Returns its move's index with
+    // start set to the move's point and next to the first later point of the
+    // subpath off it by 0.0001 or more, and moves index past the subpath; -1
+    // when there is none (a subpath lying within 0.0001 of its start also
+    // gives -1 and ends the walk).
+    int getOpenedStart(QPointF &start, QPointF &next, int &index) const;
+    // The mirror of getOpenedStart for the ends: returns the index of the next
+    // open subpath's last element, end its point, prev the nearest earlier
+    // point off it by 0.0001 or more, moveIndex the subpath's move; -1 when
+    // there is none. Element 0 is never taken as prev, nor is the move of the
+    // list's last subpath (a subpath ended by a later move may give its move).
+    // A move at element 1 after the one at 0 gives 0 with index 1 and leaves
+    // end and prev unwritten.
+    int getOpenedEnd(QPointF &end, QPointF &prev, int &index, int &moveIndex) const;
+    // Reverses every subpath in place; close elements keep their place and
+    // point, and auxX/auxY stay with the positions.
+    void reverse();
+    // reverse() when the first element lies strictly right of the last.
+    void curveReverse();
+
+    // Moves the first and the last point. With a the direction of
+    // last - first, A = cos(a) * length + last.x and B = sin(a) * length +
+    // last.y: atStart subtracts (A, B) from the first point, atEnd adds (A, A)
+    // to the last. Nothing with fewer than 2 elements.
+    void extendPath(double length, bool atStart, bool atEnd);
 };
 
 #endif // ZGRAPHICS_DRAWING_H

@@ -32,34 +32,96 @@ class zgPath;
 class XPath;
 class zgMono;
 
-// A node of a contour: a point with two handles relative to it.
+// A node of a contour: a point with two handles relative to it, so that
+// moving the point takes no work on the handles. While the segment belongs to
+// a contour, path is that contour and index its place in the segment list.
 class ZG_EXPORT zgSegment
 {
 public:
     static QList<zgSegment *> s_segmentList;
 
-    bool visited;
-    quint8 onPath;
+    bool visited;       // scratch of the boolean tracing
+    quint8 onPath;      // the winding was taken on the path
     int32_t refCount;
-    int32_t index;
-    int32_t winding;
-    zgPath *path;
+    int32_t index;      // place in the contour, -1 without one
+    int32_t winding;    // -1: not computed
+    zgPath *path;       // the owning contour, not counted
     zgPoint point;
-    zgPoint handleIn;
-    zgPoint handleOut;
+    zgPoint handleIn;   // relative to point, toward the previous segment
+    zgPoint handleOut;  // relative to point, toward the next segment
 
     zgSegment();
     zgSegment(double x, double y);
     zgSegment(const zgPoint &point, const zgPoint &handleIn, const zgPoint &handleOut);
     // Bitwise copy of every field, with no reference taken and no tracking.
     zgSegment(const zgSegment &other) = default;
+    // Copies path, visited, index, point and handles, and takes over the
+    // intersection with proper counting; refCount, onPath and winding stay.
+    zgSegment &operator=(const zgSegment &other);
+    // Clears path, releases the intersection.
     ~zgSegment();
 
     void addRef();
     void release();
 
+    // Point and both handles equal within 1e-12 per coordinate; nothing else counts.
+    bool operator==(const zgSegment &other) const;
+    bool operator!=(const zgSegment &other) const { return !(*this == other); }
+    // Same length and equal segments place by place.
+    static bool segsEquals(const QList<zgSegment *> &a, const QList<zgSegment *> &b);
+    // A new segment on the heap with point and handles only (count 0, no path).
+    zgSegment *clone() const;
+
+    zgPoint getPoint() const { return point; }
+    zgPoint getHandleIn() const { return handleIn; }
+    zgPoint getHandleOut() const { return handleOut; }
+    // Store only: the caches of the curves around the segment stay as they are.
+    void setPoint(const zgPoint &p) { point = p; }
+    void setHandleIn(const zgPoint &h) { handleIn = h; }
+    void setHandleOut(const zgPoint &h) { handleOut = h; }
+    // True unless both handles are zero.
+    bool hasHandles() const;
+    void clearHandles();
+    // Swaps the two handles in place.
+    void reverse();
+    // A new segment with the same point and the handles swapped.
+    zgSegment reversed() const;
+
+    bool isFirst() const;
+    bool isLast() const;
+    // The neighbours in the contour, wrapping round a closed one; null at
+    // the ends of an open contour or without a contour.
+    zgSegment *getNext() const;
+    zgSegment *getPrevious() const;
+    // The curve that starts here; for the last segment of an open contour the
+    // curve that ends here. Builds the contour's curves. Null without one.
+    zgCurve *getCurve() const;
+    // The curve before this segment on an open contour (the first curve for
+    // the first segment); on a closed contour the curve before segment 0 and
+    // the curve that starts here for the others.
+    zgCurve *getCurvePrev() const;
+    // A new location on getCurve() at this segment (time 0 if it is the
+    // curve's segment1, else 1), or null without a curve.
+    zgCurveLocation *getLocation() const;
+
     // The counted head of the crossing chain at this node.
     zgCurveLocation *intersection() const { return m_intersection; }
+    // Takes a reference on the new location, then releases the old one.
+    void setIntersection(zgCurveLocation *location);
+
+    // Removes the segment from its contour (releasing it); false without one.
+    bool remove();
+    // point and handles become (1 - factor) * from + factor * to.
+    void interpolate(const zgSegment *from, const zgSegment *to, double factor);
+    void transform(const zgMatrix *matrix);
+    // Writes point, point + handleIn and point + handleOut as absolute pairs
+    // into coords (grown to six doubles if shorter) and maps them by matrix
+    // if it isn't null; with change the segment takes the mapped values.
+    void transformCoordinates(const zgMatrix *matrix, QVector<double> &coords,
+                              bool change = false);
+    // "point: ..., handleIn: ..., handleOut: ..., winding: w, contour: c,
+    // visited: v i r"; zero handles are left out.
+    QString toString() const;
 
 private:
     zgCurveLocation *m_intersection;
@@ -75,10 +137,12 @@ public:
     int32_t refCount;
 
     zgCurve();
+    // Takes a reference on each non-null segment; path is not counted.
     zgCurve(zgPath *path, zgSegment *segment1, zgSegment *segment2);
     // Shallow member copy (refCount included), no references taken.
     zgCurve(const zgCurve &other) = default;
     zgCurve &operator=(const zgCurve &other) = default;
+    // Releases both segments.
     ~zgCurve();
 
     void addRef();
@@ -88,6 +152,200 @@ public:
     zgSegment *segment1() const { return m_segment1; }
     zgSegment *segment2() const { return m_segment2; }
 
+    // Curve mathematics on the 8-value array ---------------------------------
+    //
+    // The values of a cubic are a QVector<double> of eight absolute
+    // coordinates: x0, y0 (start), x1, y1 (first control point), x2, y2
+    // (second control point), x3, y3 (end). They pass by value (implicitly
+    // shared); a function that changes them works on its own copy. Curve time
+    // runs from 0 to 1, and -100.0 is the time that does not exist.
+
+    // The values between two segments: point1, point1 + handleOut,
+    // point2 + handleIn, point2. A non-null matrix maps the four points as
+    // absolute points. A null segment reads as the origin without handles.
+    static QVector<double> getValues(const zgSegment *segment1, const zgSegment *segment2,
+                                     const zgMatrix *matrix);
+    // The single evaluator. type 0: point; 1: derivative (tangent); 2: the
+    // derivative turned to (y, -x) (normal); 3: signed curvature in x, 0 in y.
+    // normalized scales the derivative to unit length (zero stays zero). A
+    // time outside 0 to 1 gives a NaN point. Handles within 1e-12 of zero
+    // count as absent.
+    static zgPoint _evaluate(QVector<double> values, double t, int type, bool normalized);
+    static zgPoint getPoint(QVector<double> values, double t);
+    static zgPoint getTangent(QVector<double> values, double t);
+    static zgPoint getNormal(QVector<double> values, double t);
+    static zgPoint getWeightedTangent(QVector<double> values, double t);
+    static zgPoint getWeightedNormal(QVector<double> values, double t);
+    static double getCurvature(QVector<double> values, double t);
+
+    // The parts before and after t (de Casteljau); t is not checked, so a time
+    // outside 0 to 1 extrapolates.
+    static QVector<QVector<double>> subdivide(QVector<double> values, double t);
+    // The part between two times, reversed if from is greater than to.
+    static QVector<double> getPart(QVector<double> values, double from, double to);
+    // Times at which coordinate coord (0: x, 1: y; cut to an integer) equals
+    // val, through zgNumeric::solveCubic with its min/max rule. 0 when val
+    // lies strictly outside all four control values.
+    static int solveCubic(QVector<double> values, double coord, double val,
+                          QVector<double> &roots, double min, double max);
+    // h1 is relative to the start of line, h2 to its end.
+    static bool isStraight(const zgLine &line, const zgPoint &h1, const zgPoint &h2);
+    static bool isStraight(QVector<double> values);
+    // Straight with handles at the exact thirds of the chord (constant speed).
+    static bool isLinear(const zgLine &line, const zgPoint &h1, const zgPoint &h2);
+    static bool isLinear(QVector<double> values);
+    static bool hasHandles(QVector<double> values);
+    static bool isFlatEnough(QVector<double> values, double flatness);
+    static zgRect getBounds(QVector<double> values);
+    // Widens min[coord] and max[coord] (two-element arrays) to hold the cubic
+    // of the four values, padded by half of padding; roots is scratch space.
+    static void addBounds(double v0, double v1, double v2, double v3, int coord,
+                          double padding, double *min, double *max, QVector<double> &roots);
+    // Signed area swept by the curve about the origin, half the integral of
+    // x dy - y dx: between the curve and its chord when the chord runs
+    // through the origin; over the curves of a closed contour the areas add
+    // up to the contour's area.
+    static double getArea(QVector<double> values);
+
+    // The speed |B'(t)| of the curve, the integrand of its length.
+    static std::function<double(double)> _getLengthIntegrand(QVector<double> values);
+    // Quadrature order for the range a to b: ceil(|b - a| * 32) within 2 to 16.
+    static int getIterations(double a, double b);
+    // Arc length between times a and b; signed (negative for b < a) except on
+    // a straight curve, which is measured by its chord.
+    static double getLength(QVector<double> values, double a, double b);
+    // The time at arc length offset from start (backwards for a negative
+    // offset); start -100.0 picks the end that suits the sign. -100.0 when
+    // the offset lies beyond the curve.
+    static double getTimeAt(QVector<double> values, double offset, double start);
+    // The time of a point on the curve (within 2e-07), or -100.0.
+    static double getTimeOf(QVector<double> values, const zgPoint &point);
+    // The time of the curve point nearest to point.
+    static double getNearestTime(QVector<double> values, const zgPoint &point);
+    // ------------------------------------ end of the curve mathematics block
+
+    // Curve objects ----------------------------------------------------------
+    //
+    // A free curve with two new segments of its own (count 0 each, then held
+    // by this curve) from eight values: segment1 at (0, 1) with handleOut
+    // (2, 3) less it, segment2 at (6, 7) with handleIn (4, 5) less it.
+    // Missing values read as 0.
+    zgCurve(const QVector<double> &values, zgPath *path);
+
+    // A new curve on the heap with the same path and the same two segments,
+    // each gaining a reference; the caches start empty.
+    zgCurve *clone() const;
+    // Take a reference on the new segment, release the old one; no _changed.
+    void setSegment1(zgSegment *segment);
+    void setSegment2(zgSegment *segment);
+    // The index of segment1, or -1 without one.
+    int index() const;
+
+    zgPoint getPoint1() const;
+    zgPoint getPoint2() const;
+    // The four control points, absolute.
+    QVector<zgPoint> getPoints() const;
+    // From the first point to the second, handles ignored.
+    zgLine getLine() const;
+    // The eight values, mapped by matrix if it isn't null. A missing segment
+    // reads as the origin without handles.
+    QVector<double> getValues(const zgMatrix *matrix = nullptr) const;
+
+    bool isFirst() const;
+    bool isLast() const;
+    // Neighbours in the contour's curve list, wrapping round a closed
+    // contour; null without a path or a built list. Does not build the list.
+    zgCurve *getNext() const;
+    zgCurve *getPrevious() const;
+
+    // False exactly when segment1's handleOut and segment2's handleIn are zero.
+    bool hasHandles() const;
+    // Zeroes those two handles; the caches stay.
+    void clearHandles();
+    // Forgets the cached length and bounds.
+    void _changed();
+
+    // The cached length, measured first if the cache holds 0.
+    double getLength();
+    // Arc length between two times, not cached.
+    double getPartLength(double from, double to) const;
+    bool isLinear() const;
+    bool isStraight() const;
+    // Straight with a unit tangent at the middle whose y (x) is below 1e-07.
+    bool isHorizontal() const;
+    bool isVertical() const;
+    // Both straight and their lines collinear; false for null.
+    bool isCollinear(const zgCurve *other) const;
+    // Signed area between the curve and its chord.
+    double getArea() const;
+
+    // Object forms of the evaluator. The ...AtTime forms take a curve time;
+    // the ...At forms take a time if isTime is set and otherwise an arc
+    // length offset from the start (from the end if negative), which gives
+    // NaN results when it lies beyond the curve.
+    zgPoint getPointAtTime(double t) const;
+    zgPoint getTangentAtTime(double t) const;
+    zgPoint getNormalAtTime(double t) const;
+    zgPoint getWeightedTangentAtTime(double t) const;
+    zgPoint getWeightedNormalAtTime(double t) const;
+    double getCurvatureAtTime(double t) const;
+    zgPoint getPointAt(double location, bool isTime) const;
+    zgPoint getTangentAt(double location, bool isTime) const;
+    zgPoint getNormalAt(double location, bool isTime) const;
+    zgPoint getWeightedTangentAt(double location, bool isTime) const;
+    zgPoint getWeightedNormalAt(double location, bool isTime) const;
+    double getCurvatureAt(double location, bool isTime) const;
+
+    // The static searches on this curve's values.
+    double getTimeAt(double offset, double start = -100.0) const;
+    double getTimeOf(const zgPoint &point) const;
+    // Arc length from the start to time t.
+    double getOffsetAtTime(double t) const;
+
+    // Removes segment2 from the contour, so that the next curve starts at
+    // segment1 and keeps segment2's outgoing handle. False without a path or
+    // if nothing was removed.
+    bool remove();
+    // Inserts a segment at time t and returns the curve after it; null for t
+    // below 4e-07 or above 0.9999996. The curve keeps its handles if it had
+    // any or setHandles is set.
+    zgCurve *divideAtTime(double t, bool setHandles);
+    // divideAtTime(t, false), with an arc length offset if isTime is false.
+    zgCurve *divide(double value, bool isTime);
+    // A new free curve (no path, segments of its own) of the part between
+    // two times.
+    zgCurve *getPart(double from, double to) const;
+    // "point1: p handle1: h handle2: h point2: p"; zero handles are left out.
+    QString toString() const;
+
+    // Locations on this curve. New locations come with a count of 0: the
+    // caller hands them to a holder or releases them.
+    //
+    // A location at time t (0 to 1; null outside, so also for -100.0), with
+    // its point computed from the curve.
+    zgCurveLocation *getLocationAtTime(double t);
+    // As getLocationAtTime, with an arc length offset if isTime is false.
+    zgCurveLocation *getLocationAt(double value, bool isTime);
+    // The location of a point on the curve (getTimeOf), or null.
+    zgCurveLocation *getLocationOf(const zgPoint &point);
+    // The nearest location to point, with its distance.
+    zgCurveLocation *getNearestLocation(const zgPoint &point);
+    // The nearest point on the curve. The location it comes from is not
+    // released: it is left to the tracked lists, or lost.
+    zgPoint getNearestPoint(const zgPoint &point);
+    // The arc length from the contour's start to point on this curve, or -1.0.
+    double getOffsetOf(const zgPoint &point);
+    // divideAtTime(t, false), with the time of location if that is on this curve.
+    zgCurve *divideAt(zgCurveLocation *location, double t);
+    // Cuts the contour at location and returns the piece behind it: a new
+    // contour (added to the same parent after this one) for an open contour,
+    // the same contour opened there for a closed one. Null without a path or
+    // location, or at the very end of an open contour.
+    zgPath *splitAt(zgCurveLocation *location);
+    zgPath *splitAtTime(double t);
+    // splitAtTime, with an arc length offset if isTime is false.
+    zgPath *split(double value, bool isTime);
+
 private:
     zgPath *m_path;
 
@@ -96,26 +354,139 @@ public:
     double length;   // cache; 0 means not known
 
 private:
+    // The contour sets path when it places its curves (_adjustCurves) and
+    // clears it when it takes them out.
+    friend class zgPath;
+
     zgSegment *m_segment1;
     zgSegment *m_segment2;
 };
 
-// A place on a curve.
+// A place on a curve: a curve, a time, a point. The result type of
+// intersection, nearest-point and offset queries, and the node of the chains
+// that the boolean engine walks.
+//
+// A location survives edits of its contour: it remembers the contour's
+// version (zgPath::version) and the segments around it, and when the version
+// has changed its next getCurve() finds the curve again from its point. The
+// point itself never changes on that road. The getters write caches, so even
+// reading is not free of effects.
+//
+// Failure values: a location that no longer lies on its contour keeps a null
+// curve; getIndex() is then -1, getTime() -100.0, getCurveOffset() 0.0,
+// getSegment() null and the tangents NaN points.
 class ZG_EXPORT zgCurveLocation
 {
 public:
     static QList<zgCurveLocation *> s_curveLocationList;
 
-    bool overlap;
+    bool overlap;      // an end of an overlap between two curves
     int32_t refCount;
+    int32_t version;   // the contour's version when the curve was set
+    zgPath *path;      // the curve's contour, null for a free curve
+    zgCurve *curve;    // null while it must be found again
+    double offset;     // arc length from the contour's start; -1.0: not computed
+    double time;       // curve time; -100.0: not known
+    double distance;   // distance to the query point of a nearest-point result
+    zgPoint point;
 
+private:
+    zgCurveLocation *m_intersection; // the partner on the other curve
+    zgCurveLocation *m_next;         // chain of intersections at one point
+    zgCurveLocation *m_previous;
+    zgSegment *m_segmentM;           // the segment closest to the location, lazily
+
+public:
+    zgSegment *segment1; // the curve's segments when the curve was set
+    zgSegment *segment2;
+
+    // An empty location: no curve, time -100.0, offset -1.0, point (0, 0).
     zgCurveLocation();
+    // A location at time on curve. A time above 0.9999996 moves to time 0 of
+    // the next curve, if there is one. A NaN point is computed from the curve.
+    zgCurveLocation(zgCurve *curve, double time, const zgPoint &point, bool overlap = false,
+                    double distance = 0.0);
+    // Copies every member; no reference is taken and nothing is tracked.
     zgCurveLocation(const zgCurveLocation &other) = default;
     zgCurveLocation &operator=(const zgCurveLocation &other) = default;
     ~zgCurveLocation();
 
     void addRef();
     void release();
+
+    zgPoint getPoint() const { return point; }
+    // The index of the first segment of getCurve(), or -1.
+    int getIndex();
+    zgPath *getPath();
+    // NaN points (NaN curvature) without a curve or a known time.
+    zgPoint getTangent();
+    zgPoint getNormal();
+    zgPoint getWeightedTangent();
+    zgPoint getWeightedNormal();
+    double getCurvature();
+
+    zgCurveLocation *intersection() const { return m_intersection; }
+    zgCurveLocation *next() const { return m_next; }
+    zgCurveLocation *previous() const { return m_previous; }
+    zgSegment *segmentM() const { return m_segmentM; }
+    void setIntersection(zgCurveLocation *location) { m_intersection = location; }
+    void setNext(zgCurveLocation *location) { m_next = location; }
+    void setPrevious(zgCurveLocation *location) { m_previous = location; }
+    void setSegmentM(zgSegment *segment) { m_segmentM = segment; }
+    void setSegment1(zgSegment *segment) { segment1 = segment; }
+    void setSegment2(zgSegment *segment) { segment2 = segment; }
+
+    // Sets path, version, curve and both segments from a non-null curve and
+    // clears segmentM; time and offset stay.
+    void setCurve(zgCurve *curve);
+    // Places the location on a segment (time 0 or 1 of its curve); the
+    // segment must not be null.
+    void setSegment(zgSegment *segment);
+    void setSegmentPrev(zgSegment *segment);
+
+    // The curve, found again from the point after an edit of the contour; may be null.
+    zgCurve *getCurve();
+    // The time, made known from the point if needed; -100.0 if none.
+    double getTime();
+    // Arc length from the curve's start; 0.0 without a curve or time.
+    double getCurveOffset();
+    // Arc length from the contour's start, cached.
+    double getOffset();
+    // The nearer of the curve's two segments, cached; null without a time.
+    zgSegment *getSegment();
+
+    // Same place within 2e-07 (point) and 4e-07 (time) or 2e-07 (offset),
+    // the end of a closed contour meeting its start; unless ignoreOther, the
+    // intersections must be equal too.
+    bool equals(zgCurveLocation *other, bool ignoreOther);
+    // Inserts location into locations, sorted by contour id, then index plus
+    // time; with merge, an equal location at the same point stands for it.
+    // Returns the location that now stands for the given one.
+    static zgCurveLocation *insert(QList<zgCurveLocation *> &locations,
+                                   zgCurveLocation *location, bool merge);
+    // A copy of locations with the intersection of each entry inserted too.
+    static QList<zgCurveLocation *> expand(QList<zgCurveLocation *> locations);
+
+    bool isTouching();
+    bool isCrossing();
+
+    // Divides the curve at the location; the new curve after it, or null.
+    zgCurve *divide();
+    // Splits the contour at the location; the new piece, or null.
+    zgPath *split();
+
+    QString toString();
+};
+
+// One y-monotone piece of a contour, a plain heap record of the winding code.
+class ZG_EXPORT zgMono
+{
+public:
+    QVector<double> values; // the piece's 8-value curve array
+    int32_t winding;        // +1 y grows, -1 y falls, 0 horizontal
+    zgMono *last;           // not owning; see the winding code
+
+    zgMono() : winding(0), last(nullptr) {}
 };
 
 // One contour: an ordered list of segments, open or closed, with the curves
@@ -140,15 +511,148 @@ public:
     QList<zgSegment *> segments;
     QList<zgCurve *> curves;
     QList<zgMono *> monos;
+    // Structure version: starts at 0 and goes up by one whenever the segment
+    // or curve lists change shape (segments added, removed or replaced,
+    // curves thrown away, the contour opened, closed or reversed). Moving
+    // points or handles does not count. Locations compare it to know whether
+    // the curve they remember is still the contour's.
+    int32_t version;
+
+    // Orientation bits of flags.
+    enum : uint32_t { ClockwiseFlag = 0x1, CounterClockwiseFlag = 0x2 };
 
     zgPath(XPath *parent = nullptr, bool closed = false);
     // Shallow member copies: the lists are shared, no references are taken.
     zgPath(const zgPath &other) = default;
     zgPath &operator=(const zgPath &other) = default;
+    // Clears parent, releases curves and segments, deletes the monotone pieces.
     ~zgPath();
 
     void addRef();
     void release();
+
+    // A new contour on the heap (count 0, no parent) with clones of the segments.
+    zgPath *clone() const;
+    // Copies closed and appends a counted clone of each of other's segments,
+    // numbered from 0; flags, curves and caches are not copied. Meant for an
+    // empty contour.
+    void assign(const zgPath *other);
+    // The same closed flag and equal segments place by place.
+    bool equals(const zgPath *other) const;
+
+    // The segment list itself.
+    QList<zgSegment *> &getSegments() { return segments; }
+    // Releases all segments and curves, then adds the list.
+    void setSegments(const QList<zgSegment *> &list);
+    // One-element addSegments at the end or at i; returns the segment that
+    // went in, a clone if the given one belongs to a contour already.
+    zgSegment *addSegment(zgSegment *segment);
+    zgSegment *insertSegment(int i, zgSegment *segment);
+    // Inserts list at index (-1 appends), each counted; entries that already
+    // belong to a contour are replaced in list by their clones. A built curve
+    // list is kept in step; curves, which come out of removeSegments, go back
+    // in at the place of the new segments and are released once afterwards.
+    // Null entries are dropped. Returns a copy of list.
+    QList<zgSegment *> addSegments(QList<zgSegment *> &list, int index = -1,
+                                   const QList<zgCurve *> &curves = QList<zgCurve *>());
+    // Removes and releases; true if something was removed.
+    bool removeSegment(int i);
+    bool removeSegments(int from, int to = -1);
+    // Takes segments from up to to (-1: the end) out of the list, with the
+    // curves that go with them. They are appended to outSegments and
+    // outCurves; with release set they are released and the two lists are
+    // emptied. Returns the number of segments removed.
+    int removeSegments(QList<zgSegment *> &outSegments, QList<zgCurve *> &outCurves, int from,
+                       int to, bool release);
+
+    // The curve list, built first if it is empty (a shared copy).
+    QList<zgCurve *> getCurves();
+    // The number of curves a built list holds: the segment count on a closed
+    // contour, one less on an open one with segments.
+    double _countCurves() const;
+    // Puts the right segments on curves from up to to and on their neighbours.
+    void _adjustCurves(int from, int to);
+
+    // Null on an empty contour.
+    zgSegment *getFirstSegment() const;
+    zgSegment *getLastSegment() const;
+    zgSegment *getCurrentSegment() const;
+    zgCurve *getFirstCurve();
+    zgCurve *getLastCurve();
+
+    void clearSegments();
+    // Releases the curves; the list then counts as not built.
+    void clearCurves();
+    void clearMonos();
+    void clearHandles();
+    bool hasHandles() const;
+    bool isClosed() const { return closed; }
+    bool isEmpty() const { return segments.isEmpty(); }
+    // Opens or closes the contour, dropping or adding the closing curve of a
+    // built curve list.
+    void setClosed(bool closed);
+    // Removes the contour from its parent, if it has one.
+    void remove();
+    // Transforms every segment in place; curves are not told. Always true.
+    bool transformContent(const zgMatrix *matrix);
+
+    void addFlags(uint32_t bits) { flags |= bits; }
+    void removeFlags(uint32_t bits) { flags &= ~bits; }
+    // True if any of bits is set.
+    bool isFlags(uint32_t bits) const { return (flags & bits) != 0; }
+
+    // The known orientation if a flag says it, else getArea() >= 0 (not
+    // remembered): a contour of zero area counts as clockwise.
+    bool isClockwise();
+    // Closed contours only: reverses if needed and records the orientation.
+    void setClockwise(bool clockwise);
+    void reorient() { setClockwise(true); }
+    // Reverses the segment order and swaps every segment's handles; throws
+    // the curve list away and swaps the orientation flags. The cached area
+    // is kept.
+    void reverse();
+
+    // Signed area. With useCache, a known cached area is returned, the
+    // contour's own closed flag is used and the result is stored; without it
+    // the closed argument decides whether the closing curve counts. The sum
+    // starts from the cached value.
+    double getArea(bool useCache = true, bool closed = false);
+    // The sum of the curves' lengths, cached in length (0 means not known, so
+    // a contour of length 0 is summed again on every call). Each curve's own
+    // cache is used or filled.
+    double getLength();
+
+    // Drawing commands. Those that need the current point expect a
+    // non-empty contour and do nothing on an empty one.
+    //
+    // On a contour of at most one segment: starts it at the point, replacing
+    // that segment. On a longer contour nothing happens.
+    void moveTo(double x, double y);
+    void moveToPt(const zgPoint &point);
+    void lineTo(double x, double y);
+    void lineToPt(const zgPoint &point);
+    void lineBy(const zgPoint &vector);
+    void cubicCurveTo(const zgPoint &control1, const zgPoint &control2, const zgPoint &to);
+    void cubicCurveBy(const zgPoint &control1, const zgPoint &control2, const zgPoint &to);
+    void quadraticCurveTo(const zgPoint &handle, const zgPoint &to);
+    void quadraticCurveBy(const zgPoint &handle, const zgPoint &to);
+    // A quadratic through the point at time t; nothing if the handle is not
+    // finite (t at 0 or 1).
+    void curveTo(const zgPoint &through, const zgPoint &to, double t);
+    void curveBy(const zgPoint &through, const zgPoint &to, double t);
+    // An elliptical arc to to; angles in degrees.
+    void arcTo(const zgPoint &to, const zgSize &radius, double rotation, bool clockwise,
+               bool large);
+    void arcBy(const zgPoint &to, const zgSize &radius, double rotation, bool clockwise,
+               bool large);
+    // The arc of the ellipse inscribed in rect, from startAngle over
+    // sweepLength degrees (counted as in arcToBezier, negated).
+    void arcTo2(const zgRect &rect, double startAngle, double sweepLength);
+    // The whole ellipse inscribed in rect, as four cubics; not closed.
+    void ellipse(const zgRect &rect);
+    // Closes the contour, merging the last segment into the first if their
+    // points are within tolerance.
+    void closePath(double tolerance);
 };
 
 // A compound path: an ordered list of counted contours. Not itself counted:
@@ -164,7 +668,54 @@ public:
     // Shallow: the vector is shared and no references are taken.
     XPath(const XPath &other) = default;
     XPath &operator=(const XPath &other) = default;
+    // Releases the children (clearPath).
     ~XPath();
+
+    // A new compound on the heap with copies of the children; the caller owns it.
+    XPath *clone() const;
+    // Copies evenOdd and bounds and appends a counted copy of each of other's
+    // children, with this object as parent. Existing children stay; meant
+    // for an empty compound.
+    void assign(const XPath *other);
+    // Releases every child and empties the list.
+    void clearPath();
+    bool isEmpty() const { return children.isEmpty(); }
+    // Null without children.
+    zgPath *getFirstChild() const;
+    zgPath *getLastChild() const;
+
+    // Orientation rule of a compound: the first closed child clockwise, the
+    // others counter-clockwise. Children that come in without an orientation
+    // flag are turned and flagged by it; a flagged child is taken as it is.
+    //
+    // Inserts child at index (-1 appends) with this object as parent and
+    // takes a reference on it. Null is ignored.
+    void addChild(zgPath *child, int index = -1);
+    // Inserts children at index (-1 appends), keeping their order, with a
+    // reference each; their parent pointers are not touched.
+    void addChildren(QVector<zgPath *> children, int index = -1);
+    // Releases the old children, then adds the new ones.
+    void setChildren(QVector<zgPath *> children);
+    // Takes child out if it is one, and releases it once in any case; then
+    // puts the remaining children back in order by the orientation rule.
+    void removeChild(zgPath *child);
+    // Releases and takes out the children from first up to last (-1: the
+    // end), then reorients the rest as removeChild does.
+    void removeChildren(int first, int last = -1);
+
+    // The curves of all children in order, building them where needed.
+    QList<zgCurve *> getCurves();
+    // The first child's orientation; false without children.
+    bool isClockwise();
+    // Reverses all children if isClockwise() differs.
+    void setClockwise(bool clockwise);
+    // Reverses each child; their order stays.
+    void reverse();
+
+private:
+    // Renumbers the children and turns each one that has no orientation flag,
+    // or a wrong one, to the rule.
+    void reorientChildren();
 };
 
 #endif // ZGRAPHICS_MODEL_H

@@ -15,6 +15,7 @@
 #include <QtCore/QString>
 #include <QtCore/QVector>
 #include <QtCore/qglobal.h>
+#include <QtGui/QImage>
 
 #include <cstdint>
 #include <functional>
@@ -398,6 +399,22 @@ public:
     static zgPoint ellipsePoint(const zgRect &rect, double angle);
     static QPointF ellipsePoint(const QRectF &rect, double angle);
 
+    // One-dimensional value noise in double precision, deterministic, no seed.
+    // Integer hash of n with 32-bit wrap-around arithmetic, in (-1, 1].
+    static double intNoise_1D(int n);
+    // The hash of v truncated towards zero (no neighbours are blended). A v
+    // that does not fit an int (NaN, beyond the int range) is truncated to the
+    // lowest int, -2147483648, here and in interpolateNoise_1D.
+    static double smoothNoise_1D(double v);
+    // Cosine blend of the hashes of i = trunc(v) and i + 1 by t = v - i.
+    static double interpolateNoise_1D(double v);
+    // Four octaves: sum of interpolateNoise_1D(v * 2^i) * 0.1^i, i = 0 to 3.
+    static double perlinNoise_1D(double v);
+    // a * (1 - f) + b * f with f = (1 - cos(t * pi)) / 2, pi as 3.1415927f.
+    static double cosineInterpolate_1D(double a, double b, double t);
+    // Cubic through v1 (t = 0) and v2 (t = 1) shaped by v0 and v3.
+    static double cubicInterpolate_1D(double v0, double v1, double v2, double v3, double t);
+
 private:
     friend class zgNumericInternals;
     // Splits v into a high and a low part: a heap array of two doubles that
@@ -441,6 +458,49 @@ protected:
     friend class zgBezierInternals;
     // The parameter of the quarter-circle cubic at angle degrees (0 to 90).
     static double arcAngle(double angle);
+};
+
+// Value noise in one and two dimensions in single precision, and its use on
+// images. All members are static and deterministic: no seed, no state.
+// Coordinates that do not fit an int (NaN, beyond the int range) are
+// truncated to the lowest int, -2147483648.
+class ZG_EXPORT Noise
+{
+public:
+    // Integer hash of n with 32-bit wrap-around arithmetic, in [-1, 1] (the
+    // rounding to float can reach -1).
+    static float intNoise_1D(int n);
+    // The hash of x + 57 * y (wrapping).
+    static float intNoise_2D(int x, int y);
+    // The hash of v truncated towards zero (no neighbours are blended).
+    static float smoothNoise_1D(float v);
+    // Centre * 1/4 + edge neighbours * 1/8 + corner neighbours * 1/16, each
+    // neighbour hashed at the truncation of x or y, x - 1 or y - 1, x + 1 or y + 1.
+    static float smoothNoise_2D(float x, float y);
+    // Cosine blend of the hashes of i = trunc(v) and i + 1 by t = v - i.
+    static float interpolateNoise_1D(float v);
+    // Linear blend of smoothNoise_2D at the grid points (gx, gy), (gx + 1, gy),
+    // (gx, gy + 1), (gx + 1, gy + 1), g = floor(coordinate + 0.5), with the
+    // factors fx = x - gx and fy = y - gy: the first point of each pair is
+    // weighted by fx, the first pair by 1 - fy.
+    static float interpolateNoise_2D(float x, float y);
+    // Four octaves: sum of interpolateNoise_1D(v * 2^i) * 0.1f^i, i = 0 to 3.
+    static float perlinNoise_1D(float v);
+    // Four octaves: sum of interpolateNoise_2D(x * 2^i, y * 2^i) * 0.1f^i.
+    static float perlinNoise_2D(float x, float y);
+    // a * (1 - f) + b * f with f = (1 - cos(t * pi)) / 2, despite its name a
+    // one-dimensional blend.
+    static float cosineInterpolate_2D(float a, float b, float t);
+    // Cubic through v1 (t = 0) and v2 (t = 1) shaped by v0 and v3.
+    static float cubicInterpolate_1D(float v0, float v1, float v2, float v3, float t);
+    // Draws a black noise curve into a 32-bit image and returns it: for each
+    // column x from 1 on, r = floor(5 * four octaves of noise at x * 0.05),
+    // and the first three bytes of the pixels (x, r + 200) and (x, r + 201)
+    // become 0, the fourth byte is kept. Rows outside the image are skipped,
+    // so an image less than about 207 rows tall gets part or none of the
+    // curve; a null image or one whose depth is not 32 bits comes back
+    // unchanged.
+    static QImage perlinNoise(QImage image);
 };
 
 #endif // ZGRAPHICS_PRIMITIVES_H
