@@ -9,6 +9,9 @@
 
 #include <zgraphics/primitives.h>
 
+class XPath;
+
+#include <QtCore/QList>
 #include <QtCore/QPoint>
 #include <QtCore/QPointF>
 #include <QtCore/QRectF>
@@ -132,6 +135,14 @@ public:
     // move followed by a move loses the earlier one, a move followed by a
     // close loses both, and a trailing move is dropped.
     void cleanUp();
+    // Fills out with one open or closed zgPath per subpath, from element start
+    // on, each with out as its parent; the list is cleaned up first. A close
+    // element closes the current contour and joins its ends within 1.0.
+    void toXPath(XPath &out, int start = 0);
+    // Appends children first up to, not including, last (-1: the child count)
+    // as subpaths; contours of fewer than two segments are dropped. Never
+    // clears this path first.
+    void fromXPath(XPath &xpath, int first = 0, int last = -1);
     // Appends every element of path (a closed painter subpath keeps its line
     // back to the start; no close element comes from here).
     void fromPainterPath(const QPainterPath &path);
@@ -166,11 +177,55 @@ public:
     // reverse() when the first element lies strictly right of the last.
     void curveReverse();
 
+    // Measures along the path. Each call converts the path to a local XPath
+    // (cleaning the list up first) and measures its curves; nothing is cached.
+    //
+    // The sum of the lengths of all curves.
+    double getLength();
+    // The length from the path's start to point, which must lie on a curve
+    // within 2e-07; -1.0 if it lies on none. A point on a joint counts at the
+    // first curve that holds it.
+    double getLength(const zgPoint &point);
+    // getLength(point) as a share of the whole length, counting a point on a
+    // joint at the last curve that holds it; -1.0 if none holds it or the
+    // path has no length.
+    double getPathProportionFromPoint(const zgPoint &point);
+    // The point at share t (0 to 1) of the whole length; a NaN point outside.
+    zgPoint getPointAt(double t);
+    // The point at share p of the first contour's length; (0, 0) without one.
+    QPointF pointAtPercent(double p);
+    // The point at share p of the length of curve i of all contours' curves;
+    // a NaN point for an invalid i.
+    zgPoint getPointFromCurveProportion(int i, double p);
+    // The nearest point on any curve; a NaN point if none is within 1e8.
+    zgPoint getNearestPoint(const zgPoint &point);
+    // The unit tangent where point lies on the path; a NaN point if it doesn't.
+    zgPoint getTangentAt(const zgPoint &point);
+    // The direction angle in degrees at the start (atStart) or end of the
+    // first contour of the elements from start on; 0.0 without a contour.
+    double getTangent(int start, bool atStart);
+    // The orientation of the first subpath alone.
+    bool isClockWise();
+
     // Moves the first and the last point. With a the direction of
     // last - first, A = cos(a) * length + last.x and B = sin(a) * length +
     // last.y: atStart subtracts (A, B) from the first point, atEnd adds (A, A)
     // to the last. Nothing with fewer than 2 elements.
     void extendPath(double length, bool atStart, bool atEnd);
+
+    // Shortens every open subpath by startLength at its start and endLength
+    // at its end (a length of 0 or below leaves that end alone), in place,
+    // to leave room for line heads. A line not longer than the length plus
+    // one unit is taken out. Each shortened end keeps its unshortened point in
+    // auxX and auxY. With outerOnly set only the path's own first and last
+    // points move. True if an open subpath was found for a length above 0.
+    bool setLineHead(double startLength, double endLength, bool outerOnly);
+
+private:
+    void shortenStart(int i, const QPointF &a, const QPointF &b, double startLength, bool outerOnly,
+                      int &cursor, QList<QPointF> &startPoints);
+    void shortenEnd(int i, int subpathStart, const QPointF &a, const QPointF &b, double endLength,
+                    bool outerOnly, int &cursor, QList<QPointF> &endPoints);
 };
 
 #endif // ZGRAPHICS_DRAWING_H

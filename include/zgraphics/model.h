@@ -127,6 +127,22 @@ private:
     zgCurveLocation *m_intersection;
 };
 
+// Options handed through the intersection finders of zgCurve.
+class opParam
+{
+public:
+    // The start of the first curve is joined to the end of the second.
+    bool joinedAtStart = false;
+    // The end of the first curve is joined to the start of the second.
+    bool joinedAtEnd = false;
+    // The two curves are the halves of one curve split at splitTime; their
+    // times are mapped back onto the whole curve.
+    bool splitRemap = false;
+    double splitTime = 0.0;
+    // Acceptance test of a found location; empty accepts all.
+    std::function<bool(zgCurveLocation *)> filter;
+};
+
 // The cubic between two segments of a contour, or a free curve with segments
 // of its own.
 class ZG_EXPORT zgCurve
@@ -345,6 +361,78 @@ public:
     zgPath *splitAtTime(double t);
     // splitAtTime, with an arc length offset if isTime is false.
     zgPath *split(double value, bool isTime);
+
+    // Intersections ----------------------------------------------------------
+    //
+    // Every finder reports through addLocation into the caller's list, kept
+    // sorted by zgCurveLocation::insert with merging. Each finding is a pair
+    // of new locations (count 0), partners through intersection(), of which
+    // one enters the list; the caller owns both. v1 and v2 are the values of
+    // c1 and c2; the points of curve-curve results are computed on the
+    // values of the curve objects, so those must match.
+    //
+    // All intersections of two curves, with a rejection by the boxes of the
+    // three-quarter points first. Overlaps are reported as two pairs of
+    // overlap locations; straight pairs go to addLineIntersection, mixed ones
+    // to addCurveLineIntersections, curved ones to addCurveIntersections; if
+    // the last two add nothing, coinciding end points (2e-07) are reported.
+    // An empty v2 asks for the self-intersection of v1. Returns a copy of
+    // locations.
+    static QList<zgCurveLocation *> getIntersections(QVector<double> v1, QVector<double> v2,
+                                                     zgCurve *c1, zgCurve *c2,
+                                                     QList<zgCurveLocation *> &locations,
+                                                     opParam &param);
+    // The intersections of this curve with other in a new list; other null
+    // or this curve gives the loop of this curve, if any.
+    QList<zgCurveLocation *> getIntersectionscurve(zgCurve *other);
+    // The crossing of a looping curve with itself: the curve is split at the
+    // point of highest curvature and the halves are intersected as joined
+    // curves, their times mapped back. Sets joinedAtEnd, splitRemap and
+    // splitTime in param. Returns a copy of locations.
+    static QList<zgCurveLocation *> getSelfIntersection(QVector<double> v1, zgCurve *c1,
+                                                        QList<zgCurveLocation *> &locations,
+                                                        opParam &param);
+    // The common stretch of two collinear or coinciding curves: empty, or two
+    // pairs (time on v1, time on v2), one for each end of the stretch.
+    static QVector<QVector<double>> getOverlaps(QVector<double> v1, QVector<double> v2);
+    // The crossing of the chords of two straight curves, ends included.
+    static void addLineIntersection(QVector<double> v1, QVector<double> v2, zgCurve *c1,
+                                    zgCurve *c2, QList<zgCurveLocation *> &locations,
+                                    opParam &param);
+    // The crossings of a curved and a straight curve, in either order.
+    static void addCurveLineIntersections(QVector<double> v1, QVector<double> v2, zgCurve *c1,
+                                          zgCurve *c2, QList<zgCurveLocation *> &locations,
+                                          opParam &param);
+    // One step of Bezier clipping with fat lines: v1 and v2 are the parts of
+    // c1 and c2 over the time ranges tMin..tMax and uMin..uMax; flip tells
+    // that the roles of the curves are exchanged. Stops below a depth of 48
+    // and after 4096 calls per pair. Returns the running call count; the
+    // first call passes 0, 1, 0, 1, false, 0.0 and 0.
+    static int addCurveIntersections(QVector<double> v1, QVector<double> v2, zgCurve *c1,
+                                     zgCurve *c2, QList<zgCurveLocation *> &locations,
+                                     opParam &param, double tMin, double tMax, double uMin,
+                                     double uMax, bool flip, double recursion, int calls);
+    // The convex hull of the distance function with control values dq0..dq3
+    // at times 0, 1/3, 2/3, 1: two chains of (time, distance) points, the
+    // upper first.
+    static QVector<QVector<QVector<double>>> getConvexHull(double dq0, double dq1, double dq2,
+                                                           double dq3);
+    // The first time at which the hull enters the strip dMin..dMax, walking
+    // from the first points of the chains; NaN when it never does.
+    static double clipConvexHull(QVector<QVector<double>> top, QVector<QVector<double>> bottom,
+                                 double dMin, double dMax);
+    // The time at which a chain reaches threshold (from below for the top
+    // chain, from above for the bottom one), or NaN.
+    static double clipConvexHullPart(QVector<QVector<double>> part, bool top, double threshold);
+    // Makes the location pair for times t1 on v1 and t2 on v2 (-100.0: found
+    // from the points), filtered by the joins, remapped for split curves,
+    // and inserts it with merging if param's filter accepts it. A pair that
+    // is refused, or that merges with one already listed, is released.
+    static void addLocation(QList<zgCurveLocation *> &locations, opParam &param,
+                            QVector<double> v1, zgCurve *c1, double t1, const zgPoint &p1,
+                            QVector<double> v2, zgCurve *c2, double t2, const zgPoint &p2,
+                            bool overlap);
+    // ---------------------------------------------------- end of intersections
 
 private:
     zgPath *m_path;
@@ -622,6 +710,67 @@ public:
     // cache is used or filled.
     double getLength();
 
+    // Queries by arc length. Offsets are arc lengths from the contour's
+    // start, in the units of the coordinates.
+    //
+    // The location at offset; a negative offset counts back from the end
+    // (getLength() is added to it). The lengths of the curves are summed
+    // with the fraction dropped after every curve, so the location drifts
+    // from the true arc length by up to one unit per curve. Past the last
+    // (truncated) curve end but within getLength() the result is the end of
+    // the last curve; beyond getLength() it is null. An offset still
+    // negative after the addition falls on the first curve and is measured
+    // back from that curve's end: null if the curve is too short for it.
+    // The caller releases the result.
+    zgCurveLocation *getLocationAt(double offset);
+    // The location of point on the first curve that holds it (within
+    // 2e-07), or null. The caller releases the result.
+    zgCurveLocation *getLocationOf(const zgPoint &point);
+    // The offset of point on the contour, or 0.0 if it doesn't lie on it.
+    // The location used for it is released before returning.
+    double getOffsetOf(const zgPoint &point);
+    // The curve on which offset falls; offset then holds the distance into
+    // it. Past the end the last curve, with offset holding the excess; null
+    // without curves or when offset reaches the end exactly.
+    zgCurve *getCurveAtOff(double &offset);
+    // The point, unit tangent, unit normal, derivative, derivative turned
+    // to (y, -x), and signed curvature at offset (as getLocationAt); NaN
+    // when there is no location there.
+    zgPoint getPointAt(double offset);
+    zgPoint getTangentAt(double offset);
+    zgPoint getNormalAt(double offset);
+    zgPoint getWeightedTangentAt(double offset);
+    zgPoint getWeightedNormalAt(double offset);
+    double getCurvatureAt(double offset);
+
+    // Editing.
+    //
+    // Appends path to this contour where their ends meet within tolerance
+    // (reversing path if that makes them meet, prepending if its end meets
+    // this contour's start), merging the shared node; a closed path also
+    // brings its first segment again. path is taken out of its parent, if
+    // it has one. Last, the contour is closed if its ends meet, so
+    // join(nullptr, tolerance) only closes. Returns this contour.
+    zgPath *join(zgPath *path, double tolerance);
+    // splitAt at time of curve index; null for an invalid index or time.
+    zgPath *split(int index, double time);
+    // splitAt the location at offset (as getLocationAt); null if none.
+    zgPath *splitAt(double offset);
+    // Cuts the contour at location and returns the piece behind it. On an
+    // open contour that is a new contour (count 0 without a parent; added
+    // to this contour's parent after it otherwise), and this contour ends
+    // at the cut. A closed contour is opened at the cut and turned to start
+    // there, and is itself the result. The cut curve is divided with
+    // divideAtTime(time, false). The place is the index of the location's
+    // curve and its time, read on this contour. Null for a null location,
+    // one without a curve, or at the very end of an open contour.
+    zgPath *splitAt(zgCurveLocation *location);
+    // Makes this contour the blend (1 - factor) * from + factor * to,
+    // segment by segment, with from's closed flag. Nothing happens if from
+    // or to is null or empty or their segment counts differ. The curves are
+    // not told: their cached lengths stay.
+    void interpolate(zgPath *from, zgPath *to, double factor);
+
     // Drawing commands. Those that need the current point expect a
     // non-empty contour and do nothing on an empty one.
     //
@@ -653,6 +802,50 @@ public:
     // Closes the contour, merging the last segment into the first if their
     // points are within tolerance.
     void closePath(double tolerance);
+
+    // Bounds --------------------------------------------------------------
+    //
+    // The bounding rectangle of the contour: the handle bounds if
+    // options.handle is set (anchor and handle points, padded for the stroke
+    // if options.stroke and style.hasStroke are both set), else the stroke
+    // bounds with joins and caps if options.stroke is set, else the tight
+    // bounds of the curves. A null matrix means no transformation. An empty
+    // contour gives the default rectangle, or for the handle bounds a
+    // rectangle at +infinity with -infinity extents, which holds no point.
+    zgRect getBounds(const zgBoundOpt &options, const zgStyle &style, zgMatrix *matrix);
+
+private:
+    friend class zgBoundsInternals;
+
+    // Tight bounds of the curves between the segments (and from the last to
+    // the first if closed), each coordinate widened at its extremes by half
+    // of padding (x, y); an empty padding means none.
+    static zgRect getBounds(const QList<zgSegment *> &segments, bool closed,
+                            QVector<double> padding, zgMatrix *matrix);
+    // The plain bounds padded by the stroke width, with the joins and caps
+    // of style added; the plain bounds alone if style.hasStroke is clear.
+    static zgRect getStrokeBounds(const QList<zgSegment *> &segments, bool closed,
+                                  const zgStyle &style, zgMatrix *matrix);
+    // The box of the anchor and handle points: the anchors padded by the
+    // join reach and the handles by the stroke radius when options.stroke
+    // and style.hasStroke are both set.
+    static zgRect getHandleBounds(const QList<zgSegment *> &segments, const zgStyle &style,
+                                  const zgBoundOpt &options, zgMatrix *matrix);
+    // Half extents (x, y) of the circle of radius under matrix; (radius,
+    // radius) for a null matrix.
+    static QVector<double> getStrokePadding(double radius, zgMatrix *matrix);
+    // Feeds addPoint the points of a bevel or miter join at segment (of a
+    // contour with curves before and after it): with area set the polygon
+    // point, offset, miter corner if within miterLimit (a distance), offset;
+    // otherwise the miter corner alone, or the two offsets of a bevel.
+    static void addBevelJoin(zgSegment *segment, zgJoin join, double radius, double miterLimit,
+                             zgMatrix *matrix, zgMatrix *strokeMatrix,
+                             std::function<void(zgPoint)> addPoint, bool area);
+    // Feeds addPoint the corners of a butt or square cap at an end segment
+    // (two with area clear, four with it set).
+    static void addSquareCap(zgSegment *segment, zgCap cap, double radius, zgMatrix *matrix,
+                             zgMatrix *strokeMatrix, std::function<void(zgPoint)> addPoint,
+                             bool area);
 };
 
 // A compound path: an ordered list of counted contours. Not itself counted:
@@ -711,11 +904,34 @@ public:
     void setClockwise(bool clockwise);
     // Reverses each child; their order stays.
     void reverse();
+    // The union (zgRect::unite) of the children's zgPath::getBounds, from a
+    // zero rectangle: children whose bounds have no area don't count, and no
+    // children give the zero rectangle. The arguments are those of
+    // zgPath::getBounds.
+    zgRect getBounds(const zgBoundOpt &options, const zgStyle &style, zgMatrix *matrix);
+
+    // Splits a child at a distance along the compound. A non-negative
+    // offset picks the first child at which the running sum of the
+    // children's lengths exceeds it, and cuts that child at (sum - offset)
+    // from its start: the distance back from its end, used as an offset
+    // from its start. A negative offset walks back from the last child:
+    // with d = -offset, the first child at which the running sum exceeds d
+    // is cut at d less the lengths of the children after it, as an offset
+    // from its start. Returns the piece, as zgPath::splitAt(location)
+    // does, or null.
+    zgPath *splitAt(double offset);
 
 private:
+    friend class XPathInternals;
+
     // Renumbers the children and turns each one that has no orientation flag,
     // or a wrong one, to the rule.
     void reorientChildren();
+    // Makes the children the blend of from's and to's, child by child, after
+    // bringing this compound to their child count (new empty contours at the
+    // end, or the surplus removed). Nothing happens if from or to is null or
+    // without children or their child counts differ.
+    void interpolate(XPath *from, XPath *to, double factor);
 };
 
 #endif // ZGRAPHICS_MODEL_H

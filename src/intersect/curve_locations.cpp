@@ -1,6 +1,8 @@
 // The members of zgCurve that make or take locations: locations by time,
 // offset, point and nearness, division at a location and splitting of the
 // contour there.
+#include "services/path_split.h"
+
 #include <zgraphics/model.h>
 
 #include <QtCore/qnumeric.h>
@@ -56,52 +58,9 @@ zgCurve *zgCurve::divideAt(zgCurveLocation *location, double t)
 
 zgPath *zgCurve::splitAt(zgCurveLocation *location)
 {
-    zgPath *contour = m_path;
-    if (!contour || !location)
-        return nullptr;
-    zgCurve *locationCurve = location->getCurve();
-    int index = locationCurve ? locationCurve->index() : -1;
-    double time = location->getTime();
-    // At the very end of a curve the cut stands on the next segment.
-    if (time >= 0.9999996) {
-        time = 0.0;
-        ++index;
-    }
-    const QList<zgCurve *> curves = contour->getCurves();
-    if (index < 0 || index >= curves.size())
-        return nullptr;
-    // Away from the curve's start the curve is divided; at its start the cut
-    // stands on the segment.
-    if (time >= 4e-07) {
-        curves.at(index)->divideAtTime(time, true);
-        ++index;
-    }
-
-    QList<zgSegment *> removedSegments;
-    QList<zgCurve *> removedCurves;
-    contour->removeSegments(removedSegments, removedCurves, index, -1, false);
-
-    zgPath *piece;
-    if (contour->closed) {
-        contour->setClosed(false);
-        piece = contour;
-    } else {
-        piece = new zgPath(nullptr, false);
-        if (contour->parent)
-            contour->parent->addChild(piece, contour->index + 1);
-        piece->closed = contour->closed;
-        piece->flags = contour->flags;
-    }
-    piece->addSegments(removedSegments, 0, removedCurves);
-    // The cut point ends this contour again: the segment is owned already, so
-    // a clone of it goes in.
-    if (!removedSegments.isEmpty())
-        contour->addSegment(removedSegments.first());
-    // The removed segments came out with the contour's references, which the
-    // new owner took anew: give the old ones back.
-    for (zgSegment *segment : qAsConst(removedSegments))
-        segment->release();
-    return piece;
+    // Divided with setHandles: a straight curve at the cut gets handles
+    // along its line.
+    return zgPathSplit::cutContour(m_path, location, true);
 }
 
 zgPath *zgCurve::splitAtTime(double t)

@@ -156,6 +156,9 @@ double zgCurveLocation::getCurveOffset()
 
 double zgCurveLocation::getOffset()
 {
+    // The version check first: an edit of the contour throws the cached
+    // offset away, so that it is measured again from the point.
+    getCurve();
     if (offset != -1.0)
         return offset;
     double before = 0.0;
@@ -173,10 +176,14 @@ double zgCurveLocation::getOffset()
 zgSegment *zgCurveLocation::getSegment()
 {
     zgCurve *found = getCurve();
+    // A location that no longer lies on its contour has no segment, whatever
+    // it remembered.
+    if (!found)
+        return nullptr;
     if (m_segmentM)
         return m_segmentM;
     const double t = getTime();
-    if (!found || t == kNoTime)
+    if (t == kNoTime)
         return nullptr;
     zgSegment *nearest;
     if (t == 0.0)
@@ -231,6 +238,8 @@ bool zgCurveLocation::equals(zgCurveLocation *other, bool ignoreOther)
 zgCurveLocation *zgCurveLocation::insert(QList<zgCurveLocation *> &locations,
                                          zgCurveLocation *location, bool merge)
 {
+    if (!location)
+        return nullptr;
     if (locations.isEmpty()) {
         locations.insert(0, location);
         return location;

@@ -2,6 +2,7 @@
 //
 // With no arguments it builds the built-in sample drawing paths, writes them
 // as a labelled PNG grid and prints their element lists.
+#include "commands.h"
 #include "render.h"
 #include "samples.h"
 
@@ -24,7 +25,27 @@ const char *const kUsage =
     "                         ellipses), write them as a PNG grid to FILE\n"
     "                         (default zgtool-samples.png) and print their elements.\n"
     "                         This is the default command.\n"
-    "  --help                 show this text\n";
+    "  measure PATH [--at-length L | --at-fraction F]\n"
+    "                         print the length of PATH, its open ends, and the\n"
+    "                         point, unit tangent and normal at an arc length L or\n"
+    "                         a share F (0 to 1) of the length\n"
+    "  reverse PATH           print PATH with every subpath reversed\n"
+    "  shorten PATH [--start L] [--end L] [--outer-only]\n"
+    "                         shorten the open ends of PATH by L for line heads and\n"
+    "                         print the result (--outer-only: only the path's own\n"
+    "                         first and last points move)\n"
+    "  convert PATH [--to svg|elements|xpath|painter]\n"
+    "                         print PATH as SVG path data (default) or its element\n"
+    "                         list, or after a round trip through the object graph\n"
+    "                         (xpath) or a QPainterPath (painter)\n"
+    "  --help                 show this text\n"
+    "\n"
+    "PATH is SVG path data (M L H V C S Q T A Z, absolute or relative), or - to\n"
+    "read it from standard input. Quadratics and arcs become cubics. Output paths\n"
+    "are SVG path data with 17 significant digits.\n"
+    "Every path command also takes --png FILE and --svg FILE, which draw the input\n"
+    "and the result side by side.\n"
+    "Exit codes: 0 success, 1 bad path data or unwritable file, 2 bad usage.\n";
 
 int usageError(const QString &message)
 {
@@ -73,5 +94,13 @@ int main(int argc, char **argv)
     }
     if (command == QLatin1String("samples"))
         return runSamples(args);
+    if (command == QLatin1String("measure"))
+        return runMeasure(args);
+    if (command == QLatin1String("reverse"))
+        return runReverse(args);
+    if (command == QLatin1String("shorten"))
+        return runShorten(args);
+    if (command == QLatin1String("convert"))
+        return runConvert(args);
     return usageError(QStringLiteral("unknown command '%1'").arg(command));
 }

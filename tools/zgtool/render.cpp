@@ -1,4 +1,8 @@
 #include "render.h"
+#include "svgpath.h"
+
+#include <QtCore/QFile>
+#include <QtCore/QTextStream>
 
 #include <QtGui/QFont>
 #include <QtGui/QImage>
@@ -47,9 +51,13 @@ void drawSample(QPainter &painter, const Sample &sample, const QRectF &cell)
     painter.drawText(QRectF(cell.left(), cell.top() + 4, cell.width(), kLabelHeight),
                      Qt::AlignHCenter, sample.label);
 
-    const QPainterPath shape = toDisplayPath(sample.path);
+    QPainterPath shape;
+    sample.path.toPainterPath(shape);
     const QRectF area = cell.adjusted(16, kLabelHeight + 8, -16, -16);
-    const QTransform transform = fitTransform(shape.boundingRect(), area);
+    QRectF bounds = shape.controlPointRect();
+    for (const QPointF &mark : sample.marks)
+        bounds |= QRectF(mark, QSizeF(0.001, 0.001));
+    const QTransform transform = fitTransform(bounds, area);
     painter.setPen(QPen(QColor(30, 80, 200), 2));
     painter.setBrush(QColor(30, 80, 200, 40));
     painter.drawPath(transform.map(shape));
@@ -66,39 +74,14 @@ void drawSample(QPainter &painter, const Sample &sample, const QRectF &cell)
         painter.setBrush(color);
         painter.drawEllipse(transform.map(e.toPoint()), 3.0, 3.0);
     }
+    // Marks: orange rings.
+    painter.setPen(QPen(QColor(240, 130, 0), 2));
+    painter.setBrush(Qt::NoBrush);
+    for (const QPointF &mark : sample.marks)
+        painter.drawEllipse(transform.map(mark), 5.0, 5.0);
 }
 
 } // namespace
-
-QPainterPath toDisplayPath(const ZDPath &path)
-{
-    QPainterPath result;
-    const int count = path.count();
-    for (int i = 0; i < count; ++i) {
-        const ZDPathElement &e = path.elements.at(i);
-        switch (e.type) {
-        case ZDMoveToElement:
-            result.moveTo(e.x, e.y);
-            break;
-        case ZDLineToElement:
-            result.lineTo(e.x, e.y);
-            break;
-        case ZDCurveToElement:
-            if (i + 2 < count) {
-                result.cubicTo(e.toPoint(), path.elements.at(i + 1).toPoint(),
-                               path.elements.at(i + 2).toPoint());
-                i += 2;
-            }
-            break;
-        case ZDCloseElement:
-            result.closeSubpath();
-            break;
-        default:
-            break;
-        }
-    }
-    return result;
-}
 
 bool renderGrid(const QVector<Sample> &samples, const QString &title, const QString &fileName)
 {
@@ -118,6 +101,41 @@ bool renderGrid(const QVector<Sample> &samples, const QString &title, const QStr
     }
     painter.end();
     return image.save(fileName, "PNG");
+}
+
+bool renderSvg(const QVector<Sample> &samples, const QString &fileName)
+{
+    QFile file(fileName);
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Text))
+        return false;
+    const int rows = (samples.size() + kColumns - 1) / kColumns;
+    QTextStream out(&file);
+    out << "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"" << kColumns * kCellSize
+        << "\" height=\"" << rows * kCellSize << "\">\n";
+    for (int i = 0; i < samples.size(); ++i) {
+        const Sample &sample = samples.at(i);
+        QPainterPath shape;
+        sample.path.toPainterPath(shape);
+        const QRectF cell((i % kColumns) * kCellSize, (i / kColumns) * kCellSize, kCellSize, kCellSize);
+        QRectF bounds = shape.controlPointRect();
+        for (const QPointF &mark : sample.marks)
+            bounds |= QRectF(mark, QSizeF(0.001, 0.001));
+        const QTransform t = fitTransform(bounds, cell.adjusted(16, kLabelHeight + 8, -16, -16));
+        out << "  <g>\n    <text x=\"" << cell.center().x() << "\" y=\"" << cell.top() + 18
+            << "\" text-anchor=\"middle\" font-family=\"sans-serif\" font-size=\"14\">"
+            << sample.label.toHtmlEscaped() << "</text>\n";
+        out << "    <g transform=\"matrix(" << t.m11() << ' ' << t.m12() << ' ' << t.m21() << ' '
+            << t.m22() << ' ' << t.dx() << ' ' << t.dy() << ")\">\n";
+        out << "      <path d=\"" << toSvgPath(sample.path) << "\" fill=\"rgba(30,80,200,0.15)\" "
+            << "stroke=\"rgb(30,80,200)\" stroke-width=\"2\" vector-effect=\"non-scaling-stroke\"/>\n";
+        for (const QPointF &mark : sample.marks)
+            out << "      <circle cx=\"" << mark.x() << "\" cy=\"" << mark.y()
+                << "\" r=\"3\" fill=\"none\" stroke=\"rgb(240,130,0)\" "
+                << "vector-effect=\"non-scaling-stroke\"/>\n";
+        out << "    </g>\n  </g>\n";
+    }
+    out << "</svg>\n";
+    return out.status() == QTextStream::Ok;
 }
 
 void printElements(const Sample &sample, FILE *out)

@@ -9,12 +9,13 @@
 
 #include <cstdio>
 
-// The painter path of a drawing path's elements, for display.
-QPainterPath toDisplayPath(const ZDPath &path);
-
 // Draws each sample in a labelled cell of a grid and saves the picture as PNG.
 // Returns false if the file could not be written.
 bool renderGrid(const QVector<Sample> &samples, const QString &title, const QString &fileName);
+
+// Writes the samples side by side as an SVG document. Returns false if the
+// file could not be written.
+bool renderSvg(const QVector<Sample> &samples, const QString &fileName);
 
 // Prints a sample's element list, one element per line.
 void printElements(const Sample &sample, FILE *out);

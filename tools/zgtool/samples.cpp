@@ -72,16 +72,32 @@ ZDPath ellipses()
     return path;
 }
 
+// A wavy line with marks at every tenth of its length.
+Sample measured()
+{
+    Sample sample;
+    sample.label = QStringLiteral("marks at equal distances");
+    sample.path.moveTo(10, 80);
+    sample.path.cubicTo(QPointF(40, 0), QPointF(70, 160), QPointF(100, 80));
+    sample.path.cubicTo(QPointF(115, 40), QPointF(130, 40), QPointF(140, 60));
+    sample.path.lineTo(140, 130);
+    ZDPath measuring = sample.path;
+    for (int i = 0; i <= 10; ++i)
+        sample.marks << measuring.getPointAt(i / 10.0).toPt();
+    return sample;
+}
+
 } // namespace
 
 QVector<Sample> buildingSamples()
 {
     return {
-        {QStringLiteral("rectangles"), rectangles()},
-        {QStringLiteral("polygon"), polygons()},
-        {QStringLiteral("continuation rule"), continuation()},
-        {QStringLiteral("closing rule"), closing()},
-        {QStringLiteral("arcs"), arcs()},
-        {QStringLiteral("ellipses"), ellipses()},
+        {QStringLiteral("rectangles"), rectangles(), {}},
+        {QStringLiteral("polygon"), polygons(), {}},
+        {QStringLiteral("continuation rule"), continuation(), {}},
+        {QStringLiteral("closing rule"), closing(), {}},
+        {QStringLiteral("arcs"), arcs(), {}},
+        {QStringLiteral("ellipses"), ellipses(), {}},
+        measured(),
     };
 }

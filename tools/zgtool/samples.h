@@ -4,6 +4,7 @@
 
 #include <zgraphics/drawing.h>
 
+#include <QtCore/QPointF>
 #include <QtCore/QString>
 #include <QtCore/QVector>
 
@@ -11,6 +12,7 @@ struct Sample
 {
     QString label;
     ZDPath path;
+    QVector<QPointF> marks; // points to mark on the drawing, e.g. measured places
 };
 
 // Rectangles, polygons, the continuation and closing rules, arcs and ellipses.

@@ -1,0 +1,110 @@
+// The intersections of one pair of curves: box rejection, overlaps, and the
+// choice of the finder by straightness.
+#include <zgraphics/model.h>
+
+#include <QtCore/qnumeric.h>
+
+#include <algorithm>
+
+namespace {
+
+// Range of one coordinate of a curve's box, built from its end values and
+// the three-quarter points of its control values: tighter than the control
+// polygon, and still holding the curve.
+struct Range
+{
+    double min;
+    double max;
+};
+
+Range controlRange(const QVector<double> &v, int coord)
+{
+    const double p0 = v.at(coord);
+    const double p1 = (3.0 * v.at(coord + 2) + p0) / 4.0;
+    const double p3 = v.at(coord + 6);
+    const double p2 = (3.0 * v.at(coord + 4) + p3) / 4.0;
+    return { std::min({ p0, p1, p2, p3 }), std::max({ p0, p1, p2, p3 }) };
+}
+
+// Whether the boxes touch on both axes, with the geometric tolerance 2e-07
+// as margin.
+bool boxesTouch(const QVector<double> &v1, const QVector<double> &v2)
+{
+    for (int coord = 0; coord < 2; ++coord) {
+        const Range r1 = controlRange(v1, coord);
+        const Range r2 = controlRange(v2, coord);
+        if (!(r2.min < r1.max + 2e-07 && r2.max > r1.min - 2e-07))
+            return false;
+    }
+    return true;
+}
+
+// The end points that coincide (2e-07), for a pair where the finder saw nothing.
+void addEndPointMeetings(QVector<double> v1, QVector<double> v2, zgCurve *c1, zgCurve *c2,
+                         QList<zgCurveLocation *> &locations, opParam &param)
+{
+    const zgPoint start1(v1.at(0), v1.at(1));
+    const zgPoint end1(v1.at(6), v1.at(7));
+    const zgPoint start2(v2.at(0), v2.at(1));
+    const zgPoint end2(v2.at(6), v2.at(7));
+    if (start1.isClose(start2, 2e-07))
+        zgCurve::addLocation(locations, param, v1, c1, 0.0, start1, v2, c2, 0.0, start2, false);
+    if (!param.joinedAtStart && start1.isClose(end2, 2e-07))
+        zgCurve::addLocation(locations, param, v1, c1, 0.0, start1, v2, c2, 1.0, end2, false);
+    if (!param.joinedAtEnd && end1.isClose(start2, 2e-07))
+        zgCurve::addLocation(locations, param, v1, c1, 1.0, end1, v2, c2, 0.0, start2, false);
+    if (end1.isClose(end2, 2e-07))
+        zgCurve::addLocation(locations, param, v1, c1, 1.0, end1, v2, c2, 1.0, end2, false);
+}
+
+} // namespace
+
+QList<zgCurveLocation *> zgCurve::getIntersections(QVector<double> v1, QVector<double> v2,
+                                                   zgCurve *c1, zgCurve *c2,
+                                                   QList<zgCurveLocation *> &locations,
+                                                   opParam &param)
+{
+    if (v2.isEmpty())
+        return getSelfIntersection(v1, c1, locations, param);
+    if (v1.size() < 8 || v2.size() < 8)
+        return locations;
+    if (!boxesTouch(v1, v2))
+        return locations;
+
+    const QVector<QVector<double>> overlaps = getOverlaps(v1, v2);
+    if (!overlaps.isEmpty()) {
+        const zgPoint noPoint(qQNaN(), qQNaN());
+        for (const QVector<double> &pair : overlaps)
+            addLocation(locations, param, v1, c1, pair.at(0), noPoint, v2, c2, pair.at(1),
+                        noPoint, true);
+        return locations;
+    }
+
+    const bool straight1 = isStraight(v1);
+    const bool straight2 = isStraight(v2);
+    if (straight1 && straight2) {
+        addLineIntersection(v1, v2, c1, c2, locations, param);
+        return locations;
+    }
+
+    const int sizeBefore = locations.size();
+    if (!straight1 && !straight2)
+        addCurveIntersections(v1, v2, c1, c2, locations, param, 0.0, 1.0, 0.0, 1.0, false, 0.0,
+                              0);
+    else
+        addCurveLineIntersections(v1, v2, c1, c2, locations, param);
+    // Curves that only touch at their ends escape the finders.
+    if (locations.size() == sizeBefore)
+        addEndPointMeetings(v1, v2, c1, c2, locations, param);
+    return locations;
+}
+
+QList<zgCurveLocation *> zgCurve::getIntersectionscurve(zgCurve *other)
+{
+    opParam param;
+    QList<zgCurveLocation *> list;
+    // An empty second array asks for the loop of this curve.
+    const QVector<double> v2 = other && other != this ? other->getValues(nullptr)
+                                                      : QVector<double>();
+    return getIntersections(getValues(nullptr), v2, this, other, list, param);
+}

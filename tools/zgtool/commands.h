@@ -1,0 +1,13 @@
+// zgtool sub-commands on paths given as SVG path data. Each returns the
+// process exit code: 0 on success, 1 for bad data, 2 for bad usage.
+#ifndef ZGTOOL_COMMANDS_H
+#define ZGTOOL_COMMANDS_H
+
+#include <QtCore/QStringList>
+
+int runMeasure(const QStringList &args);
+int runReverse(const QStringList &args);
+int runShorten(const QStringList &args);
+int runConvert(const QStringList &args);
+
+#endif
