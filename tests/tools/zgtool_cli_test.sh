@@ -1,0 +1,93 @@
+#!/usr/bin/env bash
+# End-to-end checks of zgtool from the shell: every sub-command on a sample,
+# and each class of bad input with its one-line error and exit code.
+# Usage: zgtool_cli_test.sh PATH_TO_ZGTOOL
+set -u
+tool="$1"
+work="$(mktemp -d)"
+trap 'rm -rf "$work"' EXIT
+cd "$work"
+export QT_QPA_PLATFORM=offscreen
+passed=0
+failed=0
+
+check() { # name, condition result
+    if [ "$2" = 0 ]; then passed=$((passed + 1)); else failed=$((failed + 1)); echo "FAILED: $1"; fi
+}
+
+# run NAME EXPECTED_EXIT ARGS... : runs the tool, keeps stdout in out.txt, stderr in err.txt
+run() {
+    local name="$1" expected="$2"
+    shift 2
+    "$tool" "$@" >out.txt 2>err.txt
+    local rc=$?
+    [ "$rc" = "$expected" ]
+    check "$name: exit $rc, expected $expected ($(head -c 200 err.txt))" $?
+}
+
+contains() { grep -q -- "$2" "$1"; check "$3" $?; }
+one_line() { [ "$(wc -l <"$1")" -le 2 ]; check "$2" $?; }
+
+# The default run: samples picture and element lists.
+run "default run" 0
+contains out.txt "# rectangles: 11 elements" "default run prints element lists"
+[ -s zgtool-samples.png ]; check "default run writes the picture" $?
+
+run "help" 0 --help
+for c in samples measure reverse shorten convert; do contains out.txt "$c" "help documents $c"; done
+
+run "measure" 0 measure "M0 0 L100 0 L100 100" --at-fraction 0.25 --png m.png --svg m.svg
+contains out.txt "^length 200$" "measure prints the length"
+contains out.txt "^point 50 0$" "measure prints the point at a fraction"
+contains out.txt "^tangent 1 0$" "measure prints the tangent"
+contains out.txt "^normal 0 -1$" "measure prints the normal"
+contains out.txt "^open-start 0 0$" "measure prints the open start"
+[ -s m.png ] && [ -s m.svg ]; check "measure renders PNG and SVG" $?
+grep -q "<svg" m.svg; check "SVG output is an SVG document" $?
+
+run "measure at length" 0 measure "M0 0 L100 0" --at-length 25
+contains out.txt "^point 25 0$" "measure at a length"
+
+run "reverse" 0 reverse "M0 0 C 10 20 30 40 50 60 L 70 80"
+contains out.txt "^M 70 80 L 50 60 C 30 40 10 20 0 0$" "reverse prints the reversed path"
+
+run "shorten" 0 shorten "M 0 50 L 100 50 L 100 150" --start 10
+contains out.txt "^M 10 50 L 100 50 L 100 150$" "shorten moves the start along the line"
+
+run "convert elements" 0 convert "M1,2 3,4 h5 v-6z" --to elements
+contains out.txt "^line       8 -2$" "convert reads implicit lines, H and V"
+contains out.txt "^close      1 2$" "convert writes the close element"
+run "convert svg" 0 convert "m1e1-2.5e0.5.5"
+contains out.txt "^M 10 -2.5 L 10.5 -2$" "convert reads compact numbers and relative moves"
+run "convert xpath" 0 convert "M0 0 L 10 0 L 10 10 Z" --to xpath
+contains out.txt "^M 0 0 L 10 0 L 10 10 L 0 0 Z$" "convert round trip through the object graph"
+run "convert painter" 0 convert "M0 0 C 1 2 3 4 5 6" --to painter
+contains out.txt "^M 0 0 C 1 2 3 4 5 6$" "convert round trip through a painter path"
+echo "M 0 0 L 3 4" | "$tool" measure - >out.txt 2>err.txt
+contains out.txt "^length 5$" "path data from standard input"
+
+# Bad input: one line naming the position, non-zero exit code.
+run "malformed data" 1 convert "M 1 2 L 3"
+contains err.txt "position 10" "malformed data names the position"
+one_line err.txt "malformed data gives one line"
+run "NaN" 1 convert "M 1 2 L 3 NaN"
+contains err.txt "position 11" "NaN names the position"
+run "unknown path command" 1 convert "M 1 2 X 3"
+contains err.txt "unknown path command 'X'" "unknown path command is named"
+run "empty path" 1 convert ""
+contains err.txt "empty path data" "empty path data is reported"
+run "no move first" 1 convert "L 1 2"
+run "huge number" 1 convert "M 1e999 0"
+contains err.txt "out of range" "huge numbers are reported"
+run "unknown command" 2 frobnicate
+contains err.txt "unknown command 'frobnicate'" "unknown command is named"
+run "unknown option" 2 measure "M0 0 L1 1" --bogus
+contains err.txt "unknown option '--bogus'" "unknown option is named"
+run "missing option value" 2 measure "M0 0 L1 1" --at-length
+run "non-numeric option" 2 shorten "M0 0 L1 1" --start abc
+run "no path" 1 measure
+run "unknown target" 2 convert "M0 0" --to jpeg
+run "unwritable picture" 1 measure "M0 0 L1 1" --png /nonexistent/dir/x.png
+
+echo "$passed passed, $failed failed"
+[ "$failed" = 0 ]
