@@ -538,7 +538,8 @@ public:
     double getTime();
     // Arc length from the curve's start; 0.0 without a curve or time.
     double getCurveOffset();
-    // Arc length from the contour's start, cached.
+    // Arc length from the contour's start, cached until the contour's version
+    // changes.
     double getOffset();
     // The nearer of the curve's two segments, cached; null without a time.
     zgSegment *getSegment();
@@ -747,9 +748,11 @@ public:
     //
     // Appends path to this contour where their ends meet within tolerance
     // (reversing path if that makes them meet, prepending if its end meets
-    // this contour's start), merging the shared node; a closed path also
-    // brings its first segment again. path is taken out of its parent, if
-    // it has one. Last, the contour is closed if its ends meet, so
+    // this contour's start), merging the shared node. path's segments are
+    // copied. If path is closed, the first of the segments taken from it
+    // (the shared node having been dropped) is added once more at the end.
+    // path is taken out of its parent, if it has one. An empty path ends
+    // the join at once. Last, the contour is closed if its ends meet, so
     // join(nullptr, tolerance) only closes. Returns this contour.
     zgPath *join(zgPath *path, double tolerance);
     // splitAt at time of curve index; null for an invalid index or time.
