@@ -1,7 +1,7 @@
 // The members of zgCurve that make or take locations: locations by time,
 // offset, point and nearness, division at a location and splitting of the
 // contour there.
-#include "services/path_split.h"
+#include "intersect/contour_cut.h"
 
 #include <zgraphics/model.h>
 

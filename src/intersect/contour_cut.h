@@ -1,7 +1,7 @@
 // Internal: the cut of a contour at a location, shared by zgPath::splitAt
 // and zgCurve::splitAt, which differ only in how the cut curve is divided.
-#ifndef ZGRAPHICS_SERVICES_PATH_SPLIT_H
-#define ZGRAPHICS_SERVICES_PATH_SPLIT_H
+#ifndef ZGRAPHICS_INTERSECT_CONTOUR_CUT_H
+#define ZGRAPHICS_INTERSECT_CONTOUR_CUT_H
 
 #include <zgraphics/model.h>
 
@@ -22,4 +22,4 @@ zgPath *cutContour(zgPath *contour, zgCurveLocation *location, bool setHandles);
 
 } // namespace zgPathSplit
 
-#endif // ZGRAPHICS_SERVICES_PATH_SPLIT_H
+#endif // ZGRAPHICS_INTERSECT_CONTOUR_CUT_H
