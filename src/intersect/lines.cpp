@@ -2,8 +2,6 @@
 // straight curve.
 #include <zgraphics/model.h>
 
-#include <QtCore/qnumeric.h>
-
 #include <cmath>
 
 namespace {

@@ -364,6 +364,25 @@ TEST(GetIntersections, BoxOfTheThreeQuarterPoints)
     EXPECT_NEAR(touching.t(0), 0.5, 1e-7);
 }
 
+TEST(GetIntersections, ThreeQuarterBoxCanMissTheTopOfACurve)
+{
+    // The first curve's y control values are 0, 130, 100, 100: it rises to
+    // about 100.92 near t = 0.55, while its three-quarter points stop at 100.
+    // The second curve runs at y = 100.5 to 100.575 and crosses it twice, but
+    // the boxes are apart by the rule, so the dispatcher reports nothing.
+    const QVector<double> rising = values(0, 0, 30, 130, 70, 100, 100, 100);
+    const QVector<double> flat = values(0, 100.5, 30, 100.6, 70, 100.6, 100, 100.5);
+    FreeCurve a(rising), b(flat);
+    QList<zgCurveLocation *> clipped;
+    opParam param;
+    zgCurve::addCurveIntersections(rising, flat, a.get(), b.get(), clipped, param, 0.0, 1.0, 0.0,
+                                   1.0, false, 0.0, 0);
+    EXPECT_EQ(clipped.size(), 2);
+    releaseAll(clipped);
+    Dispatch run(rising, flat);
+    EXPECT_EQ(run.size(), 0);
+}
+
 TEST(GetIntersections, CurvesMeetingAtTheirEnds)
 {
     // A corner: the clipping finds the common point itself.
