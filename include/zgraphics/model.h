@@ -819,6 +819,7 @@ public:
 
 private:
     friend class zgBoundsInternals;
+    friend class XPath; // the whole-path rejection of the intersection sweep
 
     // Tight bounds of the curves between the segments (and from the last to
     // the first if closed), each coordinate widened at its extremes by half
@@ -924,8 +925,27 @@ public:
     // does, or null.
     zgPath *splitAt(double offset);
 
+    // The real crossings between this compound and other (this or null: the
+    // crossings of this compound with itself): the intersections whose
+    // location is an overlap end or isCrossing(). Touching locations are
+    // refused and released with their partners. The locations come with a
+    // count of 0 and are not held by anything: the caller releases each one
+    // and its partner (intersection()).
+    QList<zgCurveLocation *> getCrossings(XPath *other);
+
 private:
     friend class XPathInternals;
+
+    // All intersections between this compound and other, or within this one
+    // if other is null or this. Paths whose bounds don't touch give an empty
+    // list at once; otherwise every pair of curves is tried. The result is
+    // sorted within each contour of this compound (path id, then index plus
+    // time), the contours following in order. With firstOnly the call returns
+    // what the self-intersection of the first curve found, before any pair
+    // is compared. filter may refuse locations; refused ones are released.
+    QList<zgCurveLocation *> getIntersections(XPath *other,
+                                              std::function<bool(zgCurveLocation *)> filter,
+                                              bool firstOnly);
 
     // Renumbers the children and turns each one that has no orientation flag,
     // or a wrong one, to the rule.

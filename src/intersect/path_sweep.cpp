@@ -1,0 +1,101 @@
+// XPath::getIntersections and getCrossings: every pair of curves of two
+// compound paths, or of one with itself, after a rejection of the whole
+// paths by their bounds.
+#include <zgraphics/model.h>
+
+namespace {
+
+// The union of a compound's contour bounds, with a flat contour widened to
+// one unit so that it still has an area for the touch test.
+zgRect sweepBounds(const XPath &path, zgRect (*contourBounds)(const zgPath *))
+{
+    zgRect united;
+    for (const zgPath *child : path.children) {
+        if (!child)
+            continue;
+        zgRect bounds = contourBounds(child);
+        if (bounds.width > 0.0 && bounds.height == 0.0)
+            bounds.height = 1.0;
+        else if (bounds.width == 0.0 && bounds.height > 0.0)
+            bounds.width = 1.0;
+        united = united.unite(bounds);
+    }
+    return united;
+}
+
+// Both coordinates of the two end points agree within 1e-12: a single curve
+// that closes on itself.
+bool closesOnItself(const QVector<double> &values)
+{
+    return zgNumeric::isZero(values.at(0) - values.at(6))
+            && zgNumeric::isZero(values.at(1) - values.at(7));
+}
+
+} // namespace
+
+QList<zgCurveLocation *> XPath::getIntersections(XPath *other,
+                                                 std::function<bool(zgCurveLocation *)> filter,
+                                                 bool firstOnly)
+{
+    const bool self = !other || other == this;
+    if (!self) {
+        auto contourBounds = [](const zgPath *contour) {
+            return zgPath::getBounds(contour->segments, contour->closed, QVector<double>{0.0, 0.0},
+                                     nullptr);
+        };
+        if (!sweepBounds(*this, contourBounds).touches(sweepBounds(*other, contourBounds)))
+            return QList<zgCurveLocation *>();
+    }
+
+    const QList<zgCurve *> curves1 = getCurves();
+    const QList<zgCurve *> curves2 = self ? curves1 : other->getCurves();
+    const int length1 = curves1.size();
+    const int length2 = curves2.size();
+    QVector<QVector<double>> values2;
+    values2.reserve(length2);
+    for (zgCurve *curve : curves2)
+        values2.append(curve->getValues(nullptr));
+
+    // One list per contour of this compound keeps each contour's sorted order apart.
+    QList<QList<zgCurveLocation *>> groups;
+    zgPath *lastContour = nullptr;
+    for (int i = 0; i < length1; ++i) {
+        zgCurve *curve1 = curves1.at(i);
+        const QVector<double> values1 = self ? values2.at(i) : curve1->getValues(nullptr);
+        if (groups.isEmpty() || curve1->path() != lastContour) {
+            lastContour = curve1->path();
+            groups.append(QList<zgCurveLocation *>());
+        }
+        QList<zgCurveLocation *> &locations = groups.last();
+        if (self) {
+            opParam param;
+            param.filter = filter;
+            param.joinedAtStart = length1 == 1 && closesOnItself(values1);
+            zgCurve::getSelfIntersection(values1, curve1, locations, param);
+        }
+        for (int j = self ? i + 1 : 0; j < length2; ++j) {
+            if (firstOnly)
+                return locations;
+            zgCurve *curve2 = curves2.at(j);
+            opParam param;
+            param.filter = filter;
+            if (self) {
+                param.joinedAtStart = curve1->getPrevious() == curve2;
+                param.joinedAtEnd = curve1->getNext() == curve2;
+            }
+            zgCurve::getIntersections(values1, values2.at(j), curve1, curve2, locations, param);
+        }
+    }
+
+    QList<zgCurveLocation *> result;
+    for (const QList<zgCurveLocation *> &group : qAsConst(groups))
+        result.append(group);
+    return result;
+}
+
+QList<zgCurveLocation *> XPath::getCrossings(XPath *other)
+{
+    return getIntersections(other, [](zgCurveLocation *location) {
+        return location->overlap || location->isCrossing();
+    }, false);
+}
