@@ -34,7 +34,7 @@ contains out.txt "# rectangles: 11 elements" "default run prints element lists"
 [ -s zgtool-samples.png ]; check "default run writes the picture" $?
 
 run "help" 0 --help
-for c in samples measure reverse shorten convert; do contains out.txt "$c" "help documents $c"; done
+for c in samples measure reverse shorten convert intersect self bounds; do contains out.txt "$c" "help documents $c"; done
 
 run "measure" 0 measure "M0 0 L100 0 L100 100" --at-fraction 0.25 --png m.png --svg m.svg
 contains out.txt "^length 200$" "measure prints the length"
@@ -66,6 +66,20 @@ contains out.txt "^M 0 0 C 1 2 3 4 5 6$" "convert round trip through a painter p
 echo "M 0 0 L 3 4" | "$tool" measure - >out.txt 2>err.txt
 contains out.txt "^length 5$" "path data from standard input"
 
+run "intersect" 0 intersect "M0 0 L 100 100" "M 0 100 L 100 0" --png i.png
+contains out.txt "^curve 0 time 0.5 point 50 50 overlap 0 other-curve 0 other-time 0.5$" "intersect prints each location"
+contains out.txt "^crossings 1$" "intersect counts the crossings"
+[ -s i.png ]; check "intersect renders its marks" $?
+run "self" 0 self "M0 0 C 200 150 -50 150 150 0"
+contains out.txt "^crossings 1$" "self finds the loop of a cubic"
+run "bounds" 0 bounds "M0 0 L 100 0 L 100 50" --stroke 10 --cap square --join miter --handle --svg b.svg
+contains out.txt "^bounds 0 0 100 50$" "bounds prints the plain bounds"
+contains out.txt "^stroke-bounds -5 -5 110 60$" "bounds prints the stroke bounds"
+contains out.txt "^handle-bounds 0 0 100 50$" "bounds prints the handle bounds"
+grep -q "<rect" b.svg; check "bounds draws its boxes" $?
+run "default intersection page" 0 samples --out s.png
+[ -s s-intersections.png ]; check "samples writes the intersection page" $?
+
 # Bad input: one line naming the position, non-zero exit code.
 run "malformed data" 1 convert "M 1 2 L 3"
 contains err.txt "position 10" "malformed data names the position"
@@ -87,6 +101,8 @@ run "missing option value" 2 measure "M0 0 L1 1" --at-length
 run "non-numeric option" 2 shorten "M0 0 L1 1" --start abc
 run "no path" 1 measure
 run "unknown target" 2 convert "M0 0" --to jpeg
+run "one path for intersect" 2 intersect "M0 0 L1 1"
+run "unknown cap" 2 bounds "M0 0 L1 1" --cap pointy
 run "unwritable picture" 1 measure "M0 0 L1 1" --png /nonexistent/dir/x.png
 
 echo "$passed passed, $failed failed"

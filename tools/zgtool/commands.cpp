@@ -276,3 +276,124 @@ int runConvert(const QStringList &args)
     return writePictures(common, {Sample{QStringLiteral("input"), path, {}},
                                   Sample{QStringLiteral("converted"), result, {}}}) ? 0 : 1;
 }
+
+namespace {
+
+// Parses a second positional path given after the first.
+bool takeSecondPath(const QStringList &args, int &i, CommonOptions &common, QString &second)
+{
+    const QString &arg = args.at(i);
+    if (arg.startsWith(QLatin1String("--")) || common.pathData.isNull() || !second.isNull())
+        return false;
+    second = arg;
+    return true;
+}
+
+int runCrossings(const QString &command, const QStringList &args, bool withOther)
+{
+    CommonOptions common;
+    QString secondData;
+    for (int i = 0; i < args.size(); ++i) {
+        bool error = false;
+        if (withOther && takeSecondPath(args, i, common, secondData))
+            continue;
+        if (!takeCommon(args, i, common, error))
+            return unknownOption(command, args.at(i));
+        if (error)
+            return 2;
+    }
+    ZDPath path;
+    if (!readPath(common, path))
+        return 1;
+    ZDPath other;
+    if (withOther) {
+        CommonOptions second;
+        second.pathData = secondData;
+        if (secondData.isNull()) {
+            printError(QStringLiteral("%1: two paths are needed").arg(command));
+            return 2;
+        }
+        if (!readPath(second, other))
+            return 1;
+    }
+    const QVector<QPointF> points = findCrossings(path, withOther ? &other : nullptr, stdout);
+    std::printf("crossings %d\n", points.size());
+    Sample sample(withOther ? QStringLiteral("crossings") : QStringLiteral("self-crossings"), path,
+                  points);
+    if (withOther)
+        sample.path.addPath(other, false);
+    return writePictures(common, {sample}) ? 0 : 1;
+}
+
+} // namespace
+
+int runIntersect(const QStringList &args)
+{
+    return runCrossings(QStringLiteral("intersect"), args, true);
+}
+
+int runSelf(const QStringList &args)
+{
+    return runCrossings(QStringLiteral("self"), args, false);
+}
+
+int runBounds(const QStringList &args)
+{
+    CommonOptions common;
+    double width = 0.0;
+    double miterLimit = 10.0;
+    zgCap cap = zgCapButt;
+    zgJoin join = zgJoinBevel;
+    bool handle = false;
+    for (int i = 0; i < args.size(); ++i) {
+        bool error = false;
+        const QString &arg = args.at(i);
+        QString value;
+        if (arg == QLatin1String("--stroke")) {
+            if (!takeNumber(args, i, width))
+                return 2;
+        } else if (arg == QLatin1String("--miter-limit")) {
+            if (!takeNumber(args, i, miterLimit))
+                return 2;
+        } else if (arg == QLatin1String("--cap")) {
+            if (!takeValue(args, i, value))
+                return 2;
+            if (value == QLatin1String("butt")) cap = zgCapButt;
+            else if (value == QLatin1String("square")) cap = zgCapSquare;
+            else if (value == QLatin1String("round")) cap = zgCapRound;
+            else return unknownOption(QStringLiteral("bounds --cap"), value);
+        } else if (arg == QLatin1String("--join")) {
+            if (!takeValue(args, i, value))
+                return 2;
+            if (value == QLatin1String("bevel")) join = zgJoinBevel;
+            else if (value == QLatin1String("miter")) join = zgJoinMiter;
+            else if (value == QLatin1String("round")) join = zgJoinRound;
+            else return unknownOption(QStringLiteral("bounds --join"), value);
+        } else if (arg == QLatin1String("--handle")) {
+            handle = true;
+        } else if (!takeCommon(args, i, common, error)) {
+            return unknownOption(QStringLiteral("bounds"), arg);
+        } else if (error) {
+            return 2;
+        }
+    }
+    ZDPath path;
+    if (!readPath(common, path))
+        return 1;
+    XPath xpath;
+    ZDPath source = path;
+    source.toXPath(xpath, 0);
+    const zgStyle style(true, width > 0.0, true, width, cap, join, miterLimit);
+    Sample sample(QStringLiteral("bounds"), path);
+    auto report = [&](const char *name, const zgBoundOpt &options) {
+        const zgRect r = xpath.getBounds(options, style, nullptr);
+        std::printf("%s %.17g %.17g %.17g %.17g\n", name, r.x, r.y, r.width, r.height);
+        sample.boxes << QRectF(r.x, r.y, r.width, r.height);
+    };
+    report("bounds", zgBoundOpt());
+    if (width > 0.0)
+        report("stroke-bounds", zgBoundOpt(true, false, false, false));
+    if (handle)
+        report("handle-bounds", zgBoundOpt(false, false, false, true));
+    return writePictures(common, {sample}) ? 0 : 1;
+}

@@ -9,5 +9,8 @@ int runMeasure(const QStringList &args);
 int runReverse(const QStringList &args);
 int runShorten(const QStringList &args);
 int runConvert(const QStringList &args);
+int runIntersect(const QStringList &args);
+int runSelf(const QStringList &args);
+int runBounds(const QStringList &args);
 
 #endif

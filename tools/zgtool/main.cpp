@@ -38,6 +38,14 @@ const char *const kUsage =
     "                         print PATH as SVG path data (default) or its element\n"
     "                         list, or after a round trip through the object graph\n"
     "                         (xpath) or a QPainterPath (painter)\n"
+    "  intersect PATH1 PATH2  print the crossings and overlap ends of two paths:\n"
+    "                         curve index, time, point, overlap flag, and the\n"
+    "                         curve and time on the other path\n"
+    "  self PATH              print the crossings of PATH with itself\n"
+    "  bounds PATH [--stroke W] [--cap butt|square|round]\n"
+    "         [--join bevel|miter|round] [--miter-limit M] [--handle]\n"
+    "                         print the bounds (x y width height), the stroke\n"
+    "                         bounds for a stroke of width W, and the handle bounds\n"
     "  --help                 show this text\n"
     "\n"
     "PATH is SVG path data (M L H V C S Q T A Z, absolute or relative), or - to\n"
@@ -66,11 +74,20 @@ int runSamples(const QStringList &args)
     const QVector<Sample> samples = buildingSamples();
     for (const Sample &sample : samples)
         printElements(sample, stdout);
-    if (!renderGrid(samples, QStringLiteral("zgraphics drawing paths"), fileName)) {
+    // Further pages go beside the first: name-intersections.png and so on.
+    QString base = fileName;
+    if (base.endsWith(QLatin1String(".png"), Qt::CaseInsensitive))
+        base.chop(4);
+    const QVector<Sample> intersections = intersectionSamples();
+    const QString intersectionFile = base + QStringLiteral("-intersections.png");
+    if (!renderGrid(samples, QStringLiteral("zgraphics drawing paths"), fileName)
+            || !renderGrid(intersections, QStringLiteral("intersections (marked) and bounds (dashed)"),
+                           intersectionFile)) {
         std::fprintf(stderr, "zgtool: cannot write %s\n", qPrintable(fileName));
         return 1;
     }
     std::fprintf(stdout, "# picture: %s\n", qPrintable(fileName));
+    std::fprintf(stdout, "# picture: %s\n", qPrintable(intersectionFile));
     return 0;
 }
 
@@ -102,5 +119,11 @@ int main(int argc, char **argv)
         return runShorten(args);
     if (command == QLatin1String("convert"))
         return runConvert(args);
+    if (command == QLatin1String("intersect"))
+        return runIntersect(args);
+    if (command == QLatin1String("self"))
+        return runSelf(args);
+    if (command == QLatin1String("bounds"))
+        return runBounds(args);
     return usageError(QStringLiteral("unknown command '%1'").arg(command));
 }

@@ -57,6 +57,8 @@ void drawSample(QPainter &painter, const Sample &sample, const QRectF &cell)
     QRectF bounds = shape.controlPointRect();
     for (const QPointF &mark : sample.marks)
         bounds |= QRectF(mark, QSizeF(0.001, 0.001));
+    for (const QRectF &box : sample.boxes)
+        bounds |= box;
     const QTransform transform = fitTransform(bounds, area);
     painter.setPen(QPen(QColor(30, 80, 200), 2));
     painter.setBrush(QColor(30, 80, 200, 40));
@@ -74,6 +76,11 @@ void drawSample(QPainter &painter, const Sample &sample, const QRectF &cell)
         painter.setBrush(color);
         painter.drawEllipse(transform.map(e.toPoint()), 3.0, 3.0);
     }
+    // Boxes: dashed green rectangles.
+    painter.setPen(QPen(QColor(0, 150, 70), 1, Qt::DashLine));
+    painter.setBrush(Qt::NoBrush);
+    for (const QRectF &box : sample.boxes)
+        painter.drawRect(transform.mapRect(box));
     // Marks: orange rings.
     painter.setPen(QPen(QColor(240, 130, 0), 2));
     painter.setBrush(Qt::NoBrush);
@@ -120,6 +127,8 @@ bool renderSvg(const QVector<Sample> &samples, const QString &fileName)
         QRectF bounds = shape.controlPointRect();
         for (const QPointF &mark : sample.marks)
             bounds |= QRectF(mark, QSizeF(0.001, 0.001));
+        for (const QRectF &box : sample.boxes)
+            bounds |= box;
         const QTransform t = fitTransform(bounds, cell.adjusted(16, kLabelHeight + 8, -16, -16));
         out << "  <g>\n    <text x=\"" << cell.center().x() << "\" y=\"" << cell.top() + 18
             << "\" text-anchor=\"middle\" font-family=\"sans-serif\" font-size=\"14\">"
@@ -128,6 +137,10 @@ bool renderSvg(const QVector<Sample> &samples, const QString &fileName)
             << t.m22() << ' ' << t.dx() << ' ' << t.dy() << ")\">\n";
         out << "      <path d=\"" << toSvgPath(sample.path) << "\" fill=\"rgba(30,80,200,0.15)\" "
             << "stroke=\"rgb(30,80,200)\" stroke-width=\"2\" vector-effect=\"non-scaling-stroke\"/>\n";
+        for (const QRectF &box : sample.boxes)
+            out << "      <rect x=\"" << box.x() << "\" y=\"" << box.y() << "\" width=\"" << box.width()
+                << "\" height=\"" << box.height() << "\" fill=\"none\" stroke=\"rgb(0,150,70)\" "
+                << "stroke-dasharray=\"4 3\" vector-effect=\"non-scaling-stroke\"/>\n";
         for (const QPointF &mark : sample.marks)
             out << "      <circle cx=\"" << mark.x() << "\" cy=\"" << mark.y()
                 << "\" r=\"3\" fill=\"none\" stroke=\"rgb(240,130,0)\" "

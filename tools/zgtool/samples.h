@@ -5,17 +5,34 @@
 #include <zgraphics/drawing.h>
 
 #include <QtCore/QPointF>
+#include <QtCore/QRectF>
 #include <QtCore/QString>
 #include <QtCore/QVector>
 
+#include <cstdio>
+
 struct Sample
 {
+    Sample() = default;
+    Sample(const QString &label, const ZDPath &path, const QVector<QPointF> &marks = {})
+        : label(label), path(path), marks(marks) {}
+
     QString label;
     ZDPath path;
     QVector<QPointF> marks; // points to mark on the drawing, e.g. measured places
+    QVector<QRectF> boxes;  // rectangles to draw, e.g. bounds
 };
 
 // Rectangles, polygons, the continuation and closing rules, arcs and ellipses.
 QVector<Sample> buildingSamples();
+
+// Intersection cases: crossing cubics, tangent curves, overlapping lines, a
+// self-looping cubic, each with its crossings marked and its bounds drawn.
+QVector<Sample> intersectionSamples();
+
+// The crossings of path with other (or with itself if other is null), as
+// (this-side location, partner) point pairs' first points; prints each
+// location to out if out is not null.
+QVector<QPointF> findCrossings(const ZDPath &path, const ZDPath *other, FILE *out);
 
 #endif
