@@ -192,7 +192,9 @@ public:
     double getPathProportionFromPoint(const zgPoint &point);
     // The point at share t (0 to 1) of the whole length; a NaN point outside.
     zgPoint getPointAt(double t);
-    // The point at share p of the first contour's length; (0, 0) without one.
+    // The point of the first contour's location (zgPath::getLocationAt) at
+    // share p of its length; p is not checked. (0, 0) without a contour or a
+    // location. The location is released before returning.
     QPointF pointAtPercent(double p);
     // The point at share p of the length of curve i of all contours' curves;
     // a NaN point for an invalid i.
@@ -220,6 +222,75 @@ public:
     // auxX and auxY. With outerOnly set only the path's own first and last
     // points move. True if an open subpath was found for a length above 0.
     bool setLineHead(double startLength, double endLength, bool outerOnly);
+
+    // Corner rounding --------------------------------------------------------
+    //
+    // Each replaces sharp corners by one cubic (types 2, 3, 3) that starts
+    // and ends radius units from the corner along the two sides. Its control
+    // points stand on the sides or on the curves' tangents: at 0.448 of the
+    // corner vector from the corner, or at 0.672 of it from the arc's end
+    // where that end splits a curve (setCornerRound2: always). The arcs are
+    // deliberately not circular. All three edit the path in place; a NaN
+    // radius leaves it as it is.
+    //
+    // Rounds line-line, curve-line and line-curve corners and the closing
+    // corner of a closed subpath, on the element list. The radius is
+    // truncated to an integer at each corner and cut to the truncated half of
+    // a shorter side. A line repeating the corner within 0.001 is dropped; a
+    // corner between two curves stays sharp. A radius of 0.0 does nothing.
+    void setCornerRound(double radius);
+    // Rounds only the line-line corners whose corner point and type match an
+    // element of marks within 0.1, with the radius cut (not truncated) to half
+    // of a shorter side. Marked elements other than moves and lines are
+    // dropped. A radius of 0.0 does nothing; marks is only read.
+    void setCornerRoundForConnectline(double radius, ZDPath &marks);
+    // Rounds the contours of the path's XPath, measuring along the curves and
+    // treating runs of smooth nodes as one side. The last segment of each
+    // contour stays sharp, and contours of fewer than 3 segments or not
+    // longer than radius are left alone; the path is then rebuilt from the
+    // contours. A radius below 1.0 does nothing.
+    void setCornerRound2(double radius);
+
+    // Parallel outline ------------------------------------------------------
+    //
+    // Appends to out, for each subpath, the polyline at the signed distance
+    // from it: a point p with unit direction (tx, ty) goes to
+    // p + distance * (ty, -tx). Curves are sampled every step units of their
+    // arc length, so only move, line and close elements are written. Outer
+    // corners get a miter point, cut square when it lies farther than
+    // |distance| / tan(pi / 4) from the offset side's end; inner corners are
+    // trimmed where the two offset sides cross. A distance of 0.0 assigns this
+    // path to out instead. A step that is not above 0 leaves out the samples
+    // between the ends of each curve.
+    void parallelPath(ZDPath &out, double distance, double step);
+
+    // Wave and hand-drawn lines ---------------------------------------------
+    //
+    // Both displace points sideways along each contour of the path's XPath
+    // (toXPath, which cleans the list up first): a point with unit tangent
+    // (tx, ty) moves along (ty, -tx). Neither has a random source: equal
+    // input gives equal output.
+    //
+    // Appends to out one wave per non-empty contour. kind 0: smooth wave,
+    // alternating sides (cubics); 1 and 2: smooth arches on the side of the
+    // normal and on the other side (cubics); 3: zigzag (lines); 4 and 5:
+    // teeth on the side of the normal and on the other side (lines); 6:
+    // square wave (lines); any other kind writes only each contour's start
+    // point. The step count is length / wavelength rounded half away from
+    // zero, made even on a closed contour for kinds 0, 3 and 6; it is 0 when
+    // that quotient is not a finite number within the int range (a
+    // wavelength of 0, an infinite length), and a negative count makes no
+    // steps. An amplitude of exactly -1.0 means wavelength * 0.5; any other
+    // negative amplitude flips the sides. smoothness is the handle length of
+    // kinds 0, 1 and 2 as a fraction of the amplitude.
+    void wavePath(ZDPath &out, int kind, double wavelength, double amplitude, double smoothness);
+    // Replaces this path by a hand-drawn copy of src: every step units of arc
+    // length a point moves sideways by perlinNoise_1D(s * 0.05) * amplitude,
+    // and the ends of an open contour stay fixed. An empty src leaves this
+    // path unchanged. A step that is not above 0, or a contour whose length
+    // is not finite, takes no samples between the ends; sampling also stops
+    // where adding step no longer moves the offset.
+    void manualPath(ZDPath &src, double amplitude, double step);
 
 private:
     void shortenStart(int i, const QPointF &a, const QPointF &b, double startLength, bool outerOnly,
