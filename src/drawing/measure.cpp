@@ -94,6 +94,7 @@ QPointF ZDPath::pointAtPercent(double p)
     if (!location)
         return QPointF(0.0, 0.0);
     const QPointF point = location->getPoint().toPt();
+    // The caller never sees the location, so it is given back here.
     location->release();
     return point;
 }

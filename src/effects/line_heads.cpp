@@ -69,19 +69,23 @@ void ZDPath::shortenStart(int i, const QPointF &a, const QPointF &b, double star
     case ZDCurveToElement: {
         XPath xpath;
         toXPath(xpath, i);
+        // The conversion cleans the list up first. On a well-formed list that
+        // changes nothing; where it took empty subpaths out, i may now lie
+        // past the end.
+        const int cleanCount = elements.size();
         zgPath *child = xpath.getFirstChild();
         zgCurve *curve = child ? child->getFirstCurve() : nullptr;
-        if (!curve)
+        if (!curve || i >= cleanCount)
             return;
         if (startLength < curve->getLength()) {
             startPoints.append(point);
             xpath.splitAt(startLength);
-            elements.remove(i, elements.size() - i);
+            elements.remove(i, cleanCount - i);
             fromXPath(xpath, 1, -1); // the first child, the part cut off, is dropped
             return;
         }
-        if (i + 4 >= count || elements.at(i + 4).type == ZDMoveToElement) {
-            elements.remove(i, qMin(4, count - i));
+        if (i + 4 >= cleanCount || elements.at(i + 4).type == ZDMoveToElement) {
+            elements.remove(i, qMin(4, cleanCount - i));
             cursor -= 4;
         } else {
             startPoints.append(point);
@@ -126,17 +130,21 @@ void ZDPath::shortenEnd(int i, int subpathStart, const QPointF &a, const QPointF
         }
         return;
     case ZDCurveToDataElement: {
-        if (i <= 2)
+        if (i <= 2 || subpathStart < 0)
             return;
         XPath xpath;
         toXPath(xpath, subpathStart);
+        // The conversion cleans the list up first; see shortenStart.
+        const int cleanCount = elements.size();
+        if (i >= cleanCount)
+            return;
         zgPath *child = xpath.getFirstChild();
         zgCurve *lastCurve = child ? child->getLastCurve() : nullptr;
         if (!child || !lastCurve || endLength < lastCurve->getLength()) {
             endPoints.append(point);
             if (child)
                 xpath.removeChild(child->splitAt(-endLength));
-            elements.remove(subpathStart, elements.size() - subpathStart);
+            elements.remove(subpathStart, cleanCount - subpathStart);
             fromXPath(xpath, 0, -1);
             return;
         }
