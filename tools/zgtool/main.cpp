@@ -78,16 +78,19 @@ int runSamples(const QStringList &args)
     QString base = fileName;
     if (base.endsWith(QLatin1String(".png"), Qt::CaseInsensitive))
         base.chop(4);
-    const QVector<Sample> intersections = intersectionSamples();
     const QString intersectionFile = base + QStringLiteral("-intersections.png");
+    const QString effectFile = base + QStringLiteral("-effects.png");
     if (!renderGrid(samples, QStringLiteral("zgraphics drawing paths"), fileName)
-            || !renderGrid(intersections, QStringLiteral("intersections (marked) and bounds (dashed)"),
-                           intersectionFile)) {
+            || !renderGrid(intersectionSamples(),
+                           QStringLiteral("intersections (marked) and bounds (dashed)"),
+                           intersectionFile)
+            || !renderGrid(effectSamples(), QStringLiteral("line-shape effects (source in grey)"),
+                           effectFile)) {
         std::fprintf(stderr, "zgtool: cannot write %s\n", qPrintable(fileName));
         return 1;
     }
-    std::fprintf(stdout, "# picture: %s\n", qPrintable(fileName));
-    std::fprintf(stdout, "# picture: %s\n", qPrintable(intersectionFile));
+    for (const QString &picture : {fileName, intersectionFile, effectFile})
+        std::fprintf(stdout, "# picture: %s\n", qPrintable(picture));
     return 0;
 }
 

@@ -51,21 +51,39 @@ void drawSample(QPainter &painter, const Sample &sample, const QRectF &cell)
     painter.drawText(QRectF(cell.left(), cell.top() + 4, cell.width(), kLabelHeight),
                      Qt::AlignHCenter, sample.label);
 
+    if (!sample.image.isNull()) {
+        const QRectF area = cell.adjusted(16, kLabelHeight + 8, -16, -16);
+        const QImage scaled = sample.image.scaled(area.size().toSize(), Qt::KeepAspectRatio);
+        painter.drawImage(QPointF(area.center().x() - scaled.width() / 2.0,
+                                  area.center().y() - scaled.height() / 2.0), scaled);
+        return;
+    }
     QPainterPath shape;
     sample.path.toPainterPath(shape);
+    QPainterPath sourceShape;
+    sample.source.toPainterPath(sourceShape);
     const QRectF area = cell.adjusted(16, kLabelHeight + 8, -16, -16);
-    QRectF bounds = shape.controlPointRect();
+    QRectF bounds = shape.controlPointRect() | sourceShape.controlPointRect();
     for (const QPointF &mark : sample.marks)
         bounds |= QRectF(mark, QSizeF(0.001, 0.001));
     for (const QRectF &box : sample.boxes)
         bounds |= box;
     const QTransform transform = fitTransform(bounds, area);
+    if (!sample.source.isEmpty()) {
+        painter.setPen(QPen(QColor(170, 170, 170), 1));
+        painter.setBrush(Qt::NoBrush);
+        painter.drawPath(transform.map(sourceShape));
+    }
+    // Only closed shapes get a fill: open lines read better without one.
+    bool closed = false;
+    for (const ZDPathElement &e : sample.path.elements)
+        closed = closed || e.type == ZDCloseElement;
     painter.setPen(QPen(QColor(30, 80, 200), 2));
-    painter.setBrush(QColor(30, 80, 200, 40));
+    painter.setBrush(closed ? QBrush(QColor(30, 80, 200, 40)) : QBrush(Qt::NoBrush));
     painter.drawPath(transform.map(shape));
 
     // Element points: moves green, line and curve ends red, control points grey.
-    for (int i = 0; i < sample.path.count(); ++i) {
+    for (int i = 0; sample.showPoints && i < sample.path.count(); ++i) {
         const ZDPathElement &e = sample.path.elements.at(i);
         const bool control = e.type == ZDCurveToElement
                 || (e.type == ZDCurveToDataElement && i + 1 < sample.path.count()

@@ -8,6 +8,7 @@
 #include <QtCore/QRectF>
 #include <QtCore/QString>
 #include <QtCore/QVector>
+#include <QtGui/QImage>
 
 #include <cstdio>
 
@@ -21,6 +22,9 @@ struct Sample
     ZDPath path;
     QVector<QPointF> marks; // points to mark on the drawing, e.g. measured places
     QVector<QRectF> boxes;  // rectangles to draw, e.g. bounds
+    ZDPath source;          // a path drawn thin and grey under the result, if any
+    QImage image;           // a picture shown instead of a path, if not null
+    bool showPoints = true; // mark the element points
 };
 
 // Rectangles, polygons, the continuation and closing rules, arcs and ellipses.
@@ -29,6 +33,10 @@ QVector<Sample> buildingSamples();
 // Intersection cases: crossing cubics, tangent curves, overlapping lines, a
 // self-looping cubic, each with its crossings marked and its bounds drawn.
 QVector<Sample> intersectionSamples();
+
+// The line-shape effects: rounded polyline and connector, parallel outlines
+// at several distances, each wave kind, a hand-drawn line, a noise image.
+QVector<Sample> effectSamples();
 
 // The crossings of path with other (or with itself if other is null), as
 // (this-side location, partner) point pairs' first points; prints each
