@@ -34,7 +34,7 @@ contains out.txt "# rectangles: 11 elements" "default run prints element lists"
 [ -s zgtool-samples.png ]; check "default run writes the picture" $?
 
 run "help" 0 --help
-for c in samples measure reverse shorten convert intersect self bounds; do contains out.txt "$c" "help documents $c"; done
+for c in samples measure reverse shorten convert intersect self bounds round parallel wave handdrawn noise; do contains out.txt "$c" "help documents $c"; done
 
 run "measure" 0 measure "M0 0 L100 0 L100 100" --at-fraction 0.25 --png m.png --svg m.svg
 contains out.txt "^length 200$" "measure prints the length"
@@ -80,6 +80,21 @@ grep -q "<rect" b.svg; check "bounds draws its boxes" $?
 run "default intersection page" 0 samples --out s.png
 [ -s s-intersections.png ]; check "samples writes the intersection page" $?
 
+run "round" 0 round "M0 0 L 100 0 L 100 100" --radius 10 --png r.png
+contains out.txt "^M 0 0 L 90 0 C .* 100 10 L 100 100$" "round replaces the corner by a curve"
+run "round connector" 0 round "M0 0 L 100 0 L 100 100" --radius 10 --connector
+contains out.txt "^M 0 0 L 90 0 C" "round --connector rounds a named corner"
+run "round contours" 0 round "M0 0 L 100 0 L 100 100" --radius 10 --contours
+run "parallel" 0 parallel "M0 0 L 100 0" --distance 5 --step 50
+contains out.txt "^M 0 -5 L 100 -5$" "parallel offsets along (ty, -tx)"
+run "wave" 0 wave "M0 0 L 100 0" --kind 3 --wavelength 25 --amplitude 5 --svg w.svg
+contains out.txt "^M 0 0 L 12.49999" "wave writes the zigzag"
+run "handdrawn" 0 handdrawn "M0 0 L 100 0" --amplitude 3 --step 25
+contains out.txt "^M 0 0 L 25 " "handdrawn samples every step"
+run "noise" 0 noise --width 300 --height 250 --png n.png
+[ -s n.png ]; check "noise writes its picture" $?
+[ -s s-effects.png ]; check "samples writes the effects page" $?
+
 # Bad input: one line naming the position, non-zero exit code.
 run "malformed data" 1 convert "M 1 2 L 3"
 contains err.txt "position 10" "malformed data names the position"
@@ -103,6 +118,8 @@ run "no path" 1 measure
 run "unknown target" 2 convert "M0 0" --to jpeg
 run "one path for intersect" 2 intersect "M0 0 L1 1"
 run "unknown cap" 2 bounds "M0 0 L1 1" --cap pointy
+run "bad noise size" 2 noise --width 0
+run "bad wave option" 2 wave "M0 0 L1 1" --kind x
 run "unwritable picture" 1 measure "M0 0 L1 1" --png /nonexistent/dir/x.png
 
 echo "$passed passed, $failed failed"

@@ -7,10 +7,13 @@
 #include <zgraphics/model.h>
 
 #include <QtCore/QFile>
+#include <QtCore/QPair>
+#include <QtCore/QSet>
 #include <QtCore/QTextStream>
 #include <QtCore/qnumeric.h>
 
 #include <cmath>
+#include <functional>
 #include <cstdio>
 
 namespace {
@@ -396,4 +399,148 @@ int runBounds(const QStringList &args)
     if (handle)
         report("handle-bounds", zgBoundOpt(false, false, false, true));
     return writePictures(common, {sample}) ? 0 : 1;
+}
+
+namespace {
+
+// A path command whose numeric options are read into the given slots; the
+// effect then turns the input path into the result.
+int runEffect(const QString &command, const QStringList &args,
+              const QVector<QPair<QString, double *>> &numbers, QStringList flags,
+              QSet<QString> *flagsSeen, const std::function<ZDPath(ZDPath &)> &effect)
+{
+    CommonOptions common;
+    for (int i = 0; i < args.size(); ++i) {
+        bool error = false;
+        bool handled = false;
+        for (const auto &number : numbers) {
+            if (args.at(i) == number.first) {
+                if (!takeNumber(args, i, *number.second))
+                    return 2;
+                handled = true;
+                break;
+            }
+        }
+        if (handled)
+            continue;
+        if (flags.contains(args.at(i))) {
+            flagsSeen->insert(args.at(i));
+            continue;
+        }
+        if (!takeCommon(args, i, common, error))
+            return unknownOption(command, args.at(i));
+        if (error)
+            return 2;
+    }
+    ZDPath path;
+    if (!readPath(common, path))
+        return 1;
+    ZDPath input = path;
+    const ZDPath result = effect(path);
+    std::printf("%s\n", qPrintable(toSvgPath(result)));
+    Sample sample(command, result);
+    sample.source = input;
+    sample.showPoints = false;
+    return writePictures(common, {sample}) ? 0 : 1;
+}
+
+} // namespace
+
+int runRound(const QStringList &args)
+{
+    double radius = 10.0;
+    QSet<QString> seen;
+    return runEffect(QStringLiteral("round"), args, {{QStringLiteral("--radius"), &radius}},
+                     {QStringLiteral("--connector"), QStringLiteral("--contours")}, &seen,
+                     [&](ZDPath &path) {
+                         if (seen.contains(QStringLiteral("--connector"))) {
+                             ZDPath marks = path; // every corner named
+                             path.setCornerRoundForConnectline(radius, marks);
+                         } else if (seen.contains(QStringLiteral("--contours"))) {
+                             path.setCornerRound2(radius);
+                         } else {
+                             path.setCornerRound(radius);
+                         }
+                         return path;
+                     });
+}
+
+int runParallel(const QStringList &args)
+{
+    double distance = 10.0;
+    double step = 1.0;
+    QSet<QString> seen;
+    return runEffect(QStringLiteral("parallel"), args,
+                     {{QStringLiteral("--distance"), &distance}, {QStringLiteral("--step"), &step}}, {},
+                     &seen, [&](ZDPath &path) {
+                         ZDPath out;
+                         path.parallelPath(out, distance, step);
+                         return out;
+                     });
+}
+
+int runWave(const QStringList &args)
+{
+    double kind = 0.0;
+    double wavelength = 20.0;
+    double amplitude = 5.0;
+    double smoothness = 0.5;
+    QSet<QString> seen;
+    return runEffect(QStringLiteral("wave"), args,
+                     {{QStringLiteral("--kind"), &kind}, {QStringLiteral("--wavelength"), &wavelength},
+                      {QStringLiteral("--amplitude"), &amplitude},
+                      {QStringLiteral("--smoothness"), &smoothness}},
+                     {}, &seen, [&](ZDPath &path) {
+                         ZDPath out;
+                         path.wavePath(out, int(qBound(-1.0, kind, 7.0)), wavelength, amplitude,
+                                       smoothness);
+                         return out;
+                     });
+}
+
+int runHandDrawn(const QStringList &args)
+{
+    double amplitude = 5.0;
+    double step = 5.0;
+    QSet<QString> seen;
+    return runEffect(QStringLiteral("handdrawn"), args,
+                     {{QStringLiteral("--amplitude"), &amplitude}, {QStringLiteral("--step"), &step}},
+                     {}, &seen, [&](ZDPath &path) {
+                         ZDPath out;
+                         out.manualPath(path, amplitude, step);
+                         return out;
+                     });
+}
+
+int runNoise(const QStringList &args)
+{
+    QString fileName = QStringLiteral("zgtool-noise.png");
+    double width = 400;
+    double height = 300;
+    for (int i = 0; i < args.size(); ++i) {
+        if (args.at(i) == QLatin1String("--png")) {
+            if (!takeValue(args, i, fileName))
+                return 2;
+        } else if (args.at(i) == QLatin1String("--width")) {
+            if (!takeNumber(args, i, width))
+                return 2;
+        } else if (args.at(i) == QLatin1String("--height")) {
+            if (!takeNumber(args, i, height))
+                return 2;
+        } else {
+            return unknownOption(QStringLiteral("noise"), args.at(i));
+        }
+    }
+    if (width < 1 || height < 1 || width > 10000 || height > 10000) {
+        printError(QStringLiteral("noise: width and height must lie in 1 to 10000"));
+        return 2;
+    }
+    QImage image(int(width), int(height), QImage::Format_ARGB32);
+    image.fill(Qt::white);
+    if (!Noise::perlinNoise(image).save(fileName, "PNG")) {
+        printError(QStringLiteral("cannot write %1").arg(fileName));
+        return 1;
+    }
+    std::printf("# picture: %s\n", qPrintable(fileName));
+    return 0;
 }

@@ -12,5 +12,10 @@ int runConvert(const QStringList &args);
 int runIntersect(const QStringList &args);
 int runSelf(const QStringList &args);
 int runBounds(const QStringList &args);
+int runRound(const QStringList &args);
+int runParallel(const QStringList &args);
+int runWave(const QStringList &args);
+int runHandDrawn(const QStringList &args);
+int runNoise(const QStringList &args);
 
 #endif

@@ -46,6 +46,19 @@ const char *const kUsage =
     "         [--join bevel|miter|round] [--miter-limit M] [--handle]\n"
     "                         print the bounds (x y width height), the stroke\n"
     "                         bounds for a stroke of width W, and the handle bounds\n"
+    "  round PATH [--radius R] [--connector | --contours]\n"
+    "                         round the corners of PATH (setCornerRound; with\n"
+    "                         --connector the line-line corners of a connector,\n"
+    "                         with --contours setCornerRound2)\n"
+    "  parallel PATH [--distance D] [--step S]\n"
+    "                         the parallel outline at distance D, sampled every S\n"
+    "  wave PATH [--kind 0..6] [--wavelength W] [--amplitude A] [--smoothness S]\n"
+    "                         the wavy line of the given kind\n"
+    "  handdrawn PATH [--amplitude A] [--step S]\n"
+    "                         a hand-drawn copy of PATH\n"
+    "  noise [--width W] [--height H] [--png FILE]\n"
+    "                         a noise curve drawn into an image (default\n"
+    "                         zgtool-noise.png)\n"
     "  --help                 show this text\n"
     "\n"
     "PATH is SVG path data (M L H V C S Q T A Z, absolute or relative), or - to\n"
@@ -128,5 +141,15 @@ int main(int argc, char **argv)
         return runSelf(args);
     if (command == QLatin1String("bounds"))
         return runBounds(args);
+    if (command == QLatin1String("round"))
+        return runRound(args);
+    if (command == QLatin1String("parallel"))
+        return runParallel(args);
+    if (command == QLatin1String("wave"))
+        return runWave(args);
+    if (command == QLatin1String("handdrawn"))
+        return runHandDrawn(args);
+    if (command == QLatin1String("noise"))
+        return runNoise(args);
     return usageError(QStringLiteral("unknown command '%1'").arg(command));
 }
