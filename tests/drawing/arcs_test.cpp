@@ -2,38 +2,19 @@
 // which cubics it appends.
 #include <zgraphics/drawing.h>
 
+#include "drawing/drawing_test_support.h"
+
 #include <gtest/gtest.h>
 
 #include <QtCore/QStringList>
 #include <QtCore/QtGlobal>
 
-namespace {
+using namespace drawingtest;
 
-const int32_t Move = ZDMoveToElement;
-const int32_t Line = ZDLineToElement;
-const int32_t Curve = ZDCurveToElement;
-const int32_t CurveData = ZDCurveToDataElement;
-const int32_t Close = ZDCloseElement;
+namespace {
 
 // A circle of radius 50 about (50, 50).
 const QRectF Circle(0, 0, 100, 100);
-
-void expectElement(const ZDPath &path, int index, double x, double y, int32_t type)
-{
-    ASSERT_LT(index, path.count());
-    const ZDPathElement &e = path.elements.at(index);
-    EXPECT_DOUBLE_EQ(e.x, x) << "element " << index;
-    EXPECT_DOUBLE_EQ(e.y, y) << "element " << index;
-    EXPECT_EQ(e.type, type) << "element " << index;
-}
-
-QVector<int32_t> typesOf(const ZDPath &path)
-{
-    QVector<int32_t> types;
-    for (const ZDPathElement &e : path.elements)
-        types.append(e.type);
-    return types;
-}
 
 // The cubic elements from `from` on are exactly the points of the list, as
 // control, control, end triples.

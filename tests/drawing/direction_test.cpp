@@ -2,45 +2,15 @@
 // getOpenedEnd) and of reverse and curveReverse.
 #include <zgraphics/drawing.h>
 
+#include "drawing/drawing_test_support.h"
+
 #include <gtest/gtest.h>
 
 #include <random>
 
+using namespace drawingtest;
+
 namespace {
-
-const int32_t Move = ZDMoveToElement;
-const int32_t Line = ZDLineToElement;
-const int32_t Curve = ZDCurveToElement;
-const int32_t CurveData = ZDCurveToDataElement;
-const int32_t Close = ZDCloseElement;
-
-struct Elem
-{
-    double x;
-    double y;
-    int32_t type;
-};
-
-ZDPath pathOf(std::initializer_list<Elem> items)
-{
-    ZDPath path;
-    for (const Elem &s : items)
-        path.elements.append(ZDPathElement(s.x, s.y, s.type));
-    return path;
-}
-
-void expectElements(const ZDPath &path, std::initializer_list<Elem> expected)
-{
-    ASSERT_EQ(path.count(), int(expected.size()));
-    int i = 0;
-    for (const Elem &s : expected) {
-        const ZDPathElement &e = path.elements.at(i);
-        EXPECT_DOUBLE_EQ(e.x, s.x) << "element " << i;
-        EXPECT_DOUBLE_EQ(e.y, s.y) << "element " << i;
-        EXPECT_EQ(e.type, s.type) << "element " << i;
-        ++i;
-    }
-}
 
 void expectPoint(const QPointF &p, double x, double y)
 {

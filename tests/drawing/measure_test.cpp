@@ -5,33 +5,15 @@
 #include <zgraphics/model.h>
 
 #include "services/services_test_support.h"
+#include "drawing/drawing_test_support.h"
 
 #include <gtest/gtest.h>
 
 #include <cmath>
 
+using namespace drawingtest;
+
 namespace {
-
-const int32_t Move = ZDMoveToElement;
-const int32_t Line = ZDLineToElement;
-const int32_t Curve = ZDCurveToElement;
-const int32_t CurveData = ZDCurveToDataElement;
-const int32_t Close = ZDCloseElement;
-
-struct Elem
-{
-    double x;
-    double y;
-    int32_t type;
-};
-
-ZDPath pathOf(std::initializer_list<Elem> items)
-{
-    ZDPath path;
-    for (const Elem &s : items)
-        path.elements.append(ZDPathElement(s.x, s.y, s.type));
-    return path;
-}
 
 // An L of two lines: 30 to the right, then 40 down; 70 long.
 ZDPath lShape()

@@ -1,6 +1,8 @@
 // Tests of the bridges between ZDPath and QPainterPath, and of roundData.
 #include <zgraphics/drawing.h>
 
+#include "drawing/drawing_test_support.h"
+
 #include <gtest/gtest.h>
 
 #include <QtGui/QPainterPath>
@@ -9,41 +11,9 @@
 #include <cmath>
 #include <random>
 
+using namespace drawingtest;
+
 namespace {
-
-const int32_t Move = ZDMoveToElement;
-const int32_t Line = ZDLineToElement;
-const int32_t Curve = ZDCurveToElement;
-const int32_t CurveData = ZDCurveToDataElement;
-const int32_t Close = ZDCloseElement;
-
-struct Elem
-{
-    double x;
-    double y;
-    int32_t type;
-};
-
-ZDPath pathOf(std::initializer_list<Elem> items)
-{
-    ZDPath path;
-    for (const Elem &s : items)
-        path.elements.append(ZDPathElement(s.x, s.y, s.type));
-    return path;
-}
-
-void expectElements(const ZDPath &path, std::initializer_list<Elem> expected)
-{
-    ASSERT_EQ(path.count(), int(expected.size()));
-    int i = 0;
-    for (const Elem &s : expected) {
-        const ZDPathElement &e = path.elements.at(i);
-        EXPECT_DOUBLE_EQ(e.x, s.x) << "element " << i;
-        EXPECT_DOUBLE_EQ(e.y, s.y) << "element " << i;
-        EXPECT_EQ(e.type, s.type) << "element " << i;
-        ++i;
-    }
-}
 
 void expectPainterElements(const QPainterPath &path, std::initializer_list<Elem> expected)
 {
@@ -361,16 +331,6 @@ ZDPath expectedAfterRoundTrip(const ZDPath &path)
             expected.elements.append(ZDPathElement(start.x(), start.y(), Line));
     }
     return expected;
-}
-
-void expectSameElements(const ZDPath &actual, const ZDPath &expected)
-{
-    ASSERT_EQ(actual.count(), expected.count());
-    for (int i = 0; i < actual.count(); ++i) {
-        EXPECT_EQ(actual.elements.at(i).x, expected.elements.at(i).x) << "element " << i;
-        EXPECT_EQ(actual.elements.at(i).y, expected.elements.at(i).y) << "element " << i;
-        EXPECT_EQ(actual.elements.at(i).type, expected.elements.at(i).type) << "element " << i;
-    }
 }
 
 } // namespace

@@ -2,6 +2,8 @@
 // and their one-unit continuation rule, closing, and the transformations.
 #include <zgraphics/drawing.h>
 
+#include "drawing/drawing_test_support.h"
+
 #include <gtest/gtest.h>
 
 #include <QtCore/QPoint>
@@ -11,32 +13,7 @@
 
 #include <cstddef>
 
-namespace {
-
-void expectElement(const ZDPath &path, int index, double x, double y, int32_t type)
-{
-    ASSERT_LT(index, path.count());
-    const ZDPathElement &e = path.elements.at(index);
-    EXPECT_DOUBLE_EQ(e.x, x) << "element " << index;
-    EXPECT_DOUBLE_EQ(e.y, y) << "element " << index;
-    EXPECT_EQ(e.type, type) << "element " << index;
-}
-
-QVector<int32_t> typesOf(const ZDPath &path)
-{
-    QVector<int32_t> types;
-    for (const ZDPathElement &e : path.elements)
-        types.append(e.type);
-    return types;
-}
-
-const int32_t Move = ZDMoveToElement;
-const int32_t Line = ZDLineToElement;
-const int32_t Curve = ZDCurveToElement;
-const int32_t CurveData = ZDCurveToDataElement;
-const int32_t Close = ZDCloseElement;
-
-} // namespace
+using namespace drawingtest;
 
 // ---------------------------------------------------------------------------
 // The element record

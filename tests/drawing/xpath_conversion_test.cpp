@@ -6,63 +6,16 @@
 #include <zgraphics/model.h>
 
 #include "services/services_test_support.h"
+#include "drawing/drawing_test_support.h"
 
 #include <gtest/gtest.h>
 
 #include <cmath>
 #include <random>
 
+using namespace drawingtest;
+
 namespace {
-
-const int32_t Move = ZDMoveToElement;
-const int32_t Line = ZDLineToElement;
-const int32_t Curve = ZDCurveToElement;
-const int32_t CurveData = ZDCurveToDataElement;
-const int32_t Close = ZDCloseElement;
-
-struct Elem
-{
-    double x;
-    double y;
-    int32_t type;
-};
-
-ZDPath pathOf(std::initializer_list<Elem> items)
-{
-    ZDPath path;
-    for (const Elem &s : items)
-        path.elements.append(ZDPathElement(s.x, s.y, s.type));
-    return path;
-}
-
-void expectElements(const ZDPath &path, std::initializer_list<Elem> expected)
-{
-    ASSERT_EQ(path.count(), int(expected.size()));
-    int i = 0;
-    for (const Elem &s : expected) {
-        const ZDPathElement &e = path.elements.at(i);
-        EXPECT_DOUBLE_EQ(e.x, s.x) << "element " << i;
-        EXPECT_DOUBLE_EQ(e.y, s.y) << "element " << i;
-        EXPECT_EQ(e.type, s.type) << "element " << i;
-        EXPECT_EQ(e.auxX, 0.0) << "element " << i;
-        EXPECT_EQ(e.auxY, 0.0) << "element " << i;
-        ++i;
-    }
-}
-
-void expectSameElements(const ZDPath &actual, const ZDPath &expected)
-{
-    ASSERT_EQ(actual.count(), expected.count());
-    for (int i = 0; i < actual.count(); ++i) {
-        const ZDPathElement &a = actual.elements.at(i);
-        const ZDPathElement &e = expected.elements.at(i);
-        EXPECT_DOUBLE_EQ(a.x, e.x) << "element " << i;
-        EXPECT_DOUBLE_EQ(a.y, e.y) << "element " << i;
-        EXPECT_EQ(a.type, e.type) << "element " << i;
-        EXPECT_EQ(a.auxX, 0.0) << "element " << i;
-        EXPECT_EQ(a.auxY, 0.0) << "element " << i;
-    }
-}
 
 void expectSegment(const zgSegment *segment, double x, double y, double inX, double inY,
                    double outX, double outY)
@@ -245,7 +198,7 @@ TEST(ZDPathToXPath, CleansThePathUpFirst)
                           {40, 40, Move}});
     XPath xpath;
     path.toXPath(xpath, 0);
-    expectElements(path, {{0, 0, Move}, {10, 0, Line}});
+    expectElementsWithAux(path, {{0, 0, Move}, {10, 0, Line}});
     ASSERT_EQ(xpath.children.size(), 1);
     zgtest::expectPoints(*xpath.children.at(0), {zgPoint(0, 0), zgPoint(10, 0)});
 }
@@ -294,9 +247,9 @@ TEST(ZDPathFromXPath, StraightPiecesBecomeLinesAndOthersCubics)
                              false));
     ZDPath path;
     path.fromXPath(xpath, 0, -1);
-    expectElements(path, {{0, 0, Move}, {10, 0, Line},
-                          {15, 5, Curve}, {15, 5, CurveData}, {20, 0, CurveData},
-                          {20, 0, Curve}, {30, 1e-300, CurveData}, {30, 0, CurveData}});
+    expectElementsWithAux(path, {{0, 0, Move}, {10, 0, Line},
+                                 {15, 5, Curve}, {15, 5, CurveData}, {20, 0, CurveData},
+                                 {20, 0, Curve}, {30, 1e-300, CurveData}, {30, 0, CurveData}});
     // The XPath keeps its child.
     EXPECT_EQ(xpath.children.size(), 1);
 }
@@ -307,8 +260,8 @@ TEST(ZDPathFromXPath, ClosedContourWithStraightClosingPieceEndsWithALineAndAClos
     xpath.addChild(contourOf({{0.5, 0.25, 0, 0, 0, 0}, {10, 0, 0, 0, 0, 0}, {10, 10, 0, 0, 0, 0}}, true));
     ZDPath path;
     path.fromXPath(xpath, 0, -1);
-    expectElements(path, {{0.5, 0.25, Move}, {10, 0, Line}, {10, 10, Line}, {0.5, 0.25, Line},
-                          {0.5, 0.25, Close}});
+    expectElementsWithAux(path, {{0.5, 0.25, Move}, {10, 0, Line}, {10, 10, Line}, {0.5, 0.25, Line},
+                                 {0.5, 0.25, Close}});
 }
 
 TEST(ZDPathFromXPath, ClosingCurveEndsExactlyOnANonIntegralStart)
@@ -317,11 +270,11 @@ TEST(ZDPathFromXPath, ClosingCurveEndsExactlyOnANonIntegralStart)
     xpath.addChild(contourOf({{10.7, -3.2, -4, 6, 3, -5}, {40, 0, 0, 0, 0, 20}, {30, 30, 0, 0, 0, 0}}, true));
     ZDPath path;
     path.fromXPath(xpath, 0, -1);
-    expectElements(path, {{10.7, -3.2, Move},
-                          {13.7, -8.2, Curve}, {40, 0, CurveData}, {40, 0, CurveData},
-                          {40, 20, Curve}, {30, 30, CurveData}, {30, 30, CurveData},
-                          {30, 30, Curve}, {6.7, 2.8, CurveData}, {10.7, -3.2, CurveData},
-                          {10.7, -3.2, Close}});
+    expectElementsWithAux(path, {{10.7, -3.2, Move},
+                                 {13.7, -8.2, Curve}, {40, 0, CurveData}, {40, 0, CurveData},
+                                 {40, 20, Curve}, {30, 30, CurveData}, {30, 30, CurveData},
+                                 {30, 30, Curve}, {6.7, 2.8, CurveData}, {10.7, -3.2, CurveData},
+                                 {10.7, -3.2, Close}});
     // The end is the start itself, not a value near it.
     EXPECT_EQ(path.elements.at(9).x, 10.7);
     EXPECT_EQ(path.elements.at(9).y, -3.2);
@@ -364,11 +317,11 @@ TEST(ZDPathFromXPath, AppendsTheRangeFirstToLastWithoutClearing)
 
     ZDPath middle = pathOf({{-5, -5, Move}, {-1, -1, Line}});
     middle.fromXPath(xpath, 1, 2);
-    expectElements(middle, {{-5, -5, Move}, {-1, -1, Line}, {20, 0, Move}, {30, 0, Line}});
+    expectElementsWithAux(middle, {{-5, -5, Move}, {-1, -1, Line}, {20, 0, Move}, {30, 0, Line}});
 
     ZDPath tail;
     tail.fromXPath(xpath, 1, -1);
-    expectElements(tail, {{20, 0, Move}, {30, 0, Line}, {40, 0, Move}, {50, 0, Line}});
+    expectElementsWithAux(tail, {{20, 0, Move}, {30, 0, Line}, {40, 0, Move}, {50, 0, Line}});
 
     ZDPath none;
     none.fromXPath(xpath, 2, 2);
@@ -416,18 +369,18 @@ TEST(ZDPathXPathRoundTrip, ALastPointWithinOneUnitIsSnappedOntoTheStart)
 {
     // Built by hand: closeSubpath would have snapped it already.
     ZDPath path = pathOf({{0, 0, Move}, {100, 0, Line}, {100, 100, Line}, {0.5, 0.5, Line}, {0, 0, Close}});
-    expectElements(roundTrip(path), {{0, 0, Move}, {100, 0, Line}, {100, 100, Line}, {0, 0, Line}, {0, 0, Close}});
+    expectElementsWithAux(roundTrip(path), {{0, 0, Move}, {100, 0, Line}, {100, 100, Line}, {0, 0, Line}, {0, 0, Close}});
 
     // Further than one unit: the point stays and a line back to the start is added.
     ZDPath far = pathOf({{0, 0, Move}, {100, 0, Line}, {100, 100, Line}, {0.8, 0.8, Line}, {0, 0, Close}});
-    expectElements(roundTrip(far), {{0, 0, Move}, {100, 0, Line}, {100, 100, Line}, {0.8, 0.8, Line},
-                                    {0, 0, Line}, {0, 0, Close}});
+    expectElementsWithAux(roundTrip(far), {{0, 0, Move}, {100, 0, Line}, {100, 100, Line}, {0.8, 0.8, Line},
+                                           {0, 0, Line}, {0, 0, Close}});
 }
 
 TEST(ZDPathXPathRoundTrip, ACloseWithoutALineBackGainsOne)
 {
     ZDPath path = pathOf({{0, 0, Move}, {100, 0, Line}, {100, 100, Line}, {0, 0, Close}});
-    expectElements(roundTrip(path), {{0, 0, Move}, {100, 0, Line}, {100, 100, Line}, {0, 0, Line}, {0, 0, Close}});
+    expectElementsWithAux(roundTrip(path), {{0, 0, Move}, {100, 0, Line}, {100, 100, Line}, {0, 0, Line}, {0, 0, Close}});
 }
 
 TEST(ZDPathXPathRoundTrip, ACubicWithoutHandlesBecomesALine)
@@ -435,7 +388,7 @@ TEST(ZDPathXPathRoundTrip, ACubicWithoutHandlesBecomesALine)
     ZDPath path;
     path.moveTo(0, 0);
     path.cubicTo(QPointF(0, 0), QPointF(10, 5), QPointF(10, 5));
-    expectElements(roundTrip(path), {{0, 0, Move}, {10, 5, Line}});
+    expectElementsWithAux(roundTrip(path), {{0, 0, Move}, {10, 5, Line}});
 }
 
 TEST(ZDPathXPathRoundTrip, AOneCurveClosedSubpathVanishes)
@@ -447,14 +400,14 @@ TEST(ZDPathXPathRoundTrip, AOneCurveClosedSubpathVanishes)
     path.closeSubpath();
     path.moveTo(100, 0);
     path.lineTo(110, 0);
-    expectElements(roundTrip(path), {{100, 0, Move}, {110, 0, Line}});
+    expectElementsWithAux(roundTrip(path), {{100, 0, Move}, {110, 0, Line}});
 }
 
 TEST(ZDPathXPathRoundTrip, ACounterClockwiseFirstContourComesBackReversed)
 {
     ZDPath path = pathOf({{0, 0, Move}, {0, 10, Line}, {10, 10, Line}, {10, 0, Line}, {0, 0, Line}, {0, 0, Close}});
-    expectElements(roundTrip(path), {{10, 0, Move}, {10, 10, Line}, {0, 10, Line}, {0, 0, Line},
-                                     {10, 0, Line}, {10, 0, Close}});
+    expectElementsWithAux(roundTrip(path), {{10, 0, Move}, {10, 10, Line}, {0, 10, Line}, {0, 0, Line},
+                                            {10, 0, Line}, {10, 0, Close}});
 }
 
 TEST(ZDPathXPathRoundTrip, ALineAfterACurvedCloseTakesTheClosingCurvesFirstHandle)
@@ -464,10 +417,10 @@ TEST(ZDPathXPathRoundTrip, ALineAfterACurvedCloseTakesTheClosingCurvesFirstHandl
     ZDPath path = pathOf({{0, 0, Move}, {40, 0, Line}, {40, 40, Line},
                           {30, 50, Curve}, {-10, 10, CurveData}, {0, 0, CurveData}, {0, 0, Close},
                           {-20, 20, Line}});
-    expectElements(roundTrip(path), {{0, 0, Move}, {40, 0, Line}, {40, 40, Line},
-                                     {30, 50, Curve}, {-20, 20, CurveData}, {-20, 20, CurveData},
-                                     {-20, 20, Curve}, {-10, 10, CurveData}, {0, 0, CurveData},
-                                     {0, 0, Close}});
+    expectElementsWithAux(roundTrip(path), {{0, 0, Move}, {40, 0, Line}, {40, 40, Line},
+                                            {30, 50, Curve}, {-20, 20, CurveData}, {-20, 20, CurveData},
+                                            {-20, 20, Curve}, {-10, 10, CurveData}, {0, 0, CurveData},
+                                            {0, 0, Close}});
 }
 
 TEST(ZDPathXPathRoundTrip, LeavesNoCountedObjectBehind)

@@ -4,6 +4,8 @@
 #include <zgraphics/drawing.h>
 #include <zgraphics/model.h>
 
+#include "drawing/drawing_test_support.h"
+
 #include <gtest/gtest.h>
 
 #include <QtCore/qnumeric.h>
@@ -14,11 +16,17 @@
 #include <random>
 #include <vector>
 
-namespace {
+using drawingtest::Move;
+using drawingtest::Line;
+using drawingtest::Close;
+using drawingtest::expectIdentical;
+using drawingtest::lineFrom;
+using drawingtest::polyline;
+using drawingtest::randomCurves;
+using drawingtest::randomPoints;
+using drawingtest::uniform;
 
-const int32_t Move = ZDMoveToElement;
-const int32_t Line = ZDLineToElement;
-const int32_t Close = ZDCloseElement;
+namespace {
 
 // Value noise written out from its definition, apart from the library: the
 // 32-bit hash, the cosine blend with pi as 3.1415927f, four octaves of
@@ -58,25 +66,6 @@ double offsetAt(double s, double amplitude)
     return noiseAt(s * 0.05) * amplitude;
 }
 
-ZDPath lineFrom(double x1, double y1, double x2, double y2)
-{
-    ZDPath path;
-    path.moveTo(x1, y1);
-    path.lineTo(x2, y2);
-    return path;
-}
-
-ZDPath polyline(const std::vector<QPointF> &points, bool closed)
-{
-    ZDPath path;
-    path.moveTo(points.front());
-    for (size_t i = 1; i < points.size(); ++i)
-        path.lineTo(points[i]);
-    if (closed)
-        path.closeSubpath();
-    return path;
-}
-
 ZDPath handDrawn(ZDPath source, double amplitude, double step)
 {
     ZDPath result;
@@ -89,46 +78,6 @@ void expectPoint(const ZDPathElement &e, int32_t type, double x, double y, doubl
     EXPECT_EQ(e.type, type);
     EXPECT_NEAR(e.x, x, tolerance);
     EXPECT_NEAR(e.y, y, tolerance);
-}
-
-void expectIdentical(const ZDPath &a, const ZDPath &b)
-{
-    ASSERT_EQ(a.count(), b.count());
-    for (int i = 0; i < a.count(); ++i) {
-        const ZDPathElement &p = a.elements.at(i);
-        const ZDPathElement &q = b.elements.at(i);
-        EXPECT_EQ(p.type, q.type) << "element " << i;
-        EXPECT_EQ(std::memcmp(&p.x, &q.x, sizeof(double)), 0) << "element " << i;
-        EXPECT_EQ(std::memcmp(&p.y, &q.y, sizeof(double)), 0) << "element " << i;
-    }
-}
-
-double uniform(std::mt19937 &random, double low, double high)
-{
-    return std::uniform_real_distribution<double>(low, high)(random);
-}
-
-std::vector<QPointF> randomPoints(std::mt19937 &random, int count)
-{
-    std::vector<QPointF> points;
-    for (int i = 0; i < count; ++i)
-        points.emplace_back(uniform(random, -300, 300), uniform(random, -300, 300));
-    return points;
-}
-
-ZDPath randomCurves(std::mt19937 &random, int count, bool closed)
-{
-    ZDPath path;
-    path.moveTo(uniform(random, -200, 200), uniform(random, -200, 200));
-    for (int i = 0; i < count; ++i) {
-        const QPointF c1(uniform(random, -200, 200), uniform(random, -200, 200));
-        const QPointF c2(uniform(random, -200, 200), uniform(random, -200, 200));
-        const QPointF end(uniform(random, -200, 200), uniform(random, -200, 200));
-        path.cubicTo(c1, c2, end);
-    }
-    if (closed)
-        path.closeSubpath();
-    return path;
 }
 
 // The sample offsets step, 2 step, ... below len, summed as the walk sums them.

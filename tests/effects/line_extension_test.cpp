@@ -3,25 +3,20 @@
 // the last, move the first point by -(A, B) and the last by +(A, A).
 #include <zgraphics/drawing.h>
 
+#include "drawing/drawing_test_support.h"
+
 #include <gtest/gtest.h>
 
 #include <cmath>
 
+using drawingtest::Move;
+using drawingtest::Line;
+using drawingtest::Curve;
+using drawingtest::CurveData;
+using drawingtest::Close;
+using drawingtest::lineFrom;
+
 namespace {
-
-const int32_t Move = ZDMoveToElement;
-const int32_t Line = ZDLineToElement;
-const int32_t Curve = ZDCurveToElement;
-const int32_t CurveData = ZDCurveToDataElement;
-const int32_t Close = ZDCloseElement;
-
-ZDPath lineFrom(double x1, double y1, double x2, double y2)
-{
-    ZDPath path;
-    path.moveTo(x1, y1);
-    path.lineTo(x2, y2);
-    return path;
-}
 
 void expectPoint(const ZDPathElement &e, double x, double y, double tolerance = 1e-12)
 {

@@ -5,6 +5,8 @@
 #include <zgraphics/drawing.h>
 #include <zgraphics/model.h>
 
+#include "drawing/drawing_test_support.h"
+
 #include <gtest/gtest.h>
 
 #include <QtCore/qnumeric.h>
@@ -17,13 +19,19 @@
 #include <random>
 #include <vector>
 
-namespace {
+using drawingtest::Move;
+using drawingtest::Line;
+using drawingtest::Curve;
+using drawingtest::CurveData;
+using drawingtest::Close;
+using drawingtest::expectIdentical;
+using drawingtest::lineFrom;
+using drawingtest::polyline;
+using drawingtest::randomCurves;
+using drawingtest::randomPoints;
+using drawingtest::uniform;
 
-const int32_t Move = ZDMoveToElement;
-const int32_t Line = ZDLineToElement;
-const int32_t Curve = ZDCurveToElement;
-const int32_t CurveData = ZDCurveToDataElement;
-const int32_t Close = ZDCloseElement;
+namespace {
 
 struct Expected
 {
@@ -31,25 +39,6 @@ struct Expected
     double x;
     double y;
 };
-
-ZDPath lineFrom(double x1, double y1, double x2, double y2)
-{
-    ZDPath path;
-    path.moveTo(x1, y1);
-    path.lineTo(x2, y2);
-    return path;
-}
-
-ZDPath polyline(const std::vector<QPointF> &points, bool closed)
-{
-    ZDPath path;
-    path.moveTo(points.front());
-    for (size_t i = 1; i < points.size(); ++i)
-        path.lineTo(points[i]);
-    if (closed)
-        path.closeSubpath();
-    return path;
-}
 
 // A 100 x 100 square drawn clockwise on screen from (0, 0); the compound
 // keeps its first closed contour in this direction.
@@ -79,19 +68,6 @@ void expectElements(const ZDPath &path, const std::vector<Expected> &expected, d
         EXPECT_EQ(e.type, expected[i].type) << "element " << i;
         EXPECT_NEAR(e.x, expected[i].x, tolerance) << "element " << i;
         EXPECT_NEAR(e.y, expected[i].y, tolerance) << "element " << i;
-    }
-}
-
-void expectIdentical(const ZDPath &a, const ZDPath &b)
-{
-    ASSERT_EQ(a.count(), b.count());
-    for (int i = 0; i < a.count(); ++i) {
-        const ZDPathElement &p = a.elements.at(i);
-        const ZDPathElement &q = b.elements.at(i);
-        EXPECT_EQ(p.type, q.type) << "element " << i;
-        // Bitwise equality, NaN included.
-        EXPECT_EQ(std::memcmp(&p.x, &q.x, sizeof(double)), 0) << "element " << i;
-        EXPECT_EQ(std::memcmp(&p.y, &q.y, sizeof(double)), 0) << "element " << i;
     }
 }
 
@@ -236,35 +212,6 @@ ZDPath referenceWave(ZDPath source, int kind, double wavelength, double amplitud
 }
 
 // ---- Random inputs, from fixed seeds. ----
-
-double uniform(std::mt19937 &random, double low, double high)
-{
-    return std::uniform_real_distribution<double>(low, high)(random);
-}
-
-std::vector<QPointF> randomPoints(std::mt19937 &random, int count)
-{
-    std::vector<QPointF> points;
-    for (int i = 0; i < count; ++i)
-        points.emplace_back(uniform(random, -300, 300), uniform(random, -300, 300));
-    return points;
-}
-
-// A path of count random cubics, open or closed.
-ZDPath randomCurves(std::mt19937 &random, int count, bool closed)
-{
-    ZDPath path;
-    path.moveTo(uniform(random, -200, 200), uniform(random, -200, 200));
-    for (int i = 0; i < count; ++i) {
-        const QPointF c1(uniform(random, -200, 200), uniform(random, -200, 200));
-        const QPointF c2(uniform(random, -200, 200), uniform(random, -200, 200));
-        const QPointF end(uniform(random, -200, 200), uniform(random, -200, 200));
-        path.cubicTo(c1, c2, end);
-    }
-    if (closed)
-        path.closeSubpath();
-    return path;
-}
 
 double distanceToSegment(const QPointF &p, const QPointF &a, const QPointF &b)
 {
