@@ -62,6 +62,8 @@ private:
     void make(const zgPoint &p, int32_t type) { m_out.append(ZDPathElement(p.x, p.y, type)); }
     void setOutPoint(int k, const zgPoint &p);
     zgPoint appendLineArc(const zgPoint &corner, const CornerVectors &v);
+    QVector<QVector<double>> appendLineCurveArc(const ZDPathElement &previous,
+                                                const ZDPathElement &corner, zgCurve *curve);
 
     void line(int i);
     int curve(int i);
@@ -231,30 +233,26 @@ void ElementRounder::lineAfterCurve(int i)
     copy(i);
 }
 
-void ElementRounder::curveAfterLine(int i)
+// The arc of a corner between a line (previous to corner) and a curve that
+// starts at the corner: the last output point moves back along the line and
+// the arc runs to the point r along the curve. Returns the curve's two parts
+// at that point, or nothing (and writes nothing) if the corner stays sharp:
+// the curve turns back along the line, or no time is found at r.
+QVector<QVector<double>> ElementRounder::appendLineCurveArc(const ZDPathElement &previous,
+                                                            const ZDPathElement &corner,
+                                                            zgCurve *curve)
 {
-    if (i < 2 || m_out.isEmpty()) {
-        copyCurve(i);
-        return;
-    }
-    const ZDPathElement &previous = m_in.at(i - 2);
-    const ZDPathElement &corner = m_in.at(i - 1);
-    const TemporaryCurve curve(corner, m_in.at(i), m_in.at(i + 1), m_in.at(i + 2));
     const double a1 = directionOf(corner, previous);
     const double ac = angleOf(curve->getTangentAtTime(0.0));
     // 0.001 rad: a1 looks back along the line and ac forward along the
     // curve, so this holds when the curve turns back along the line.
-    if (std::fabs(a1 - ac) < 0.001) {
-        copyCurve(i);
-        return;
-    }
+    if (std::fabs(a1 - ac) < 0.001)
+        return {};
     const double r = truncatedRadius(m_radius, sideLength(previous, corner), curve->getLength());
     const QVector<double> values = curve->getValues(nullptr);
     const double t = zgCurve::getTimeAt(values, r, -100.0);
-    if (!isCurveTime(t)) {
-        copyCurve(i);
-        return;
-    }
+    if (!isCurveTime(t))
+        return {};
     const QVector<QVector<double>> parts = zgCurve::subdivide(values, t);
     const double a2 = angleOf(zgCurve::getTangent(parts.at(1), 0.0)) + kStraightAngle;
     const CornerVectors v = cornerVectors(r, a1, a2);
@@ -264,6 +262,23 @@ void ElementRounder::curveAfterLine(int i)
     make(lineControl(c, v.in), ZDCurveToElement);
     make(split.add(curveHandle(v.out)), ZDCurveToDataElement);
     make(split, ZDCurveToDataElement);
+    return parts;
+}
+
+void ElementRounder::curveAfterLine(int i)
+{
+    if (i < 2 || m_out.isEmpty()) {
+        copyCurve(i);
+        return;
+    }
+    const ZDPathElement &previous = m_in.at(i - 2);
+    const ZDPathElement &corner = m_in.at(i - 1);
+    const TemporaryCurve curve(corner, m_in.at(i), m_in.at(i + 1), m_in.at(i + 2));
+    const QVector<QVector<double>> parts = appendLineCurveArc(previous, corner, curve.get());
+    if (parts.isEmpty()) {
+        copyCurve(i);
+        return;
+    }
     make(valuePoint(parts.at(1), 1), ZDCurveToElement);
     make(valuePoint(parts.at(1), 2), ZDCurveToDataElement);
     make(valuePoint(parts.at(1), 3), ZDCurveToDataElement);
@@ -318,29 +333,12 @@ void ElementRounder::closeLineCurve(int i)
     const ZDPathElement &corner = m_in.at(i - 1);
     const TemporaryCurve curve(m_in.at(m_moveIn), m_in.at(m_moveIn + 1), m_in.at(m_moveIn + 2),
                                m_in.at(m_moveIn + 3));
-    const double a1 = directionOf(corner, previous);
-    const double ac = angleOf(curve->getTangentAtTime(0.0));
-    // 0.001 rad: the first curve turns back along the last line.
-    if (std::fabs(a1 - ac) < 0.001) {
+    const QVector<QVector<double>> parts = appendLineCurveArc(previous, corner, curve.get());
+    if (parts.isEmpty()) {
         copy(i);
         return;
     }
-    const double r = truncatedRadius(m_radius, sideLength(previous, corner), curve->getLength());
-    const QVector<double> values = curve->getValues(nullptr);
-    const double t = zgCurve::getTimeAt(values, r, -100.0);
-    if (!isCurveTime(t)) {
-        copy(i);
-        return;
-    }
-    const QVector<QVector<double>> parts = zgCurve::subdivide(values, t);
-    const double a2 = angleOf(zgCurve::getTangent(parts.at(1), 0.0)) + kStraightAngle;
-    const CornerVectors v = cornerVectors(r, a1, a2);
     const zgPoint split = valuePoint(parts.at(0), 3);
-    const zgPoint c = pointOf(corner);
-    setOutPoint(m_out.size() - 1, c.add(v.in));
-    make(lineControl(c, v.in), ZDCurveToElement);
-    make(split.add(curveHandle(v.out)), ZDCurveToDataElement);
-    make(split, ZDCurveToDataElement);
     // The first curve now runs from the split point.
     setOutPoint(m_moveOut, split);
     setOutPoint(m_moveOut + 1, valuePoint(parts.at(1), 1));

@@ -89,6 +89,7 @@ public:
     TemporaryCurve &operator=(const TemporaryCurve &) = delete;
 
     zgCurve *operator->() const { return m_curve; }
+    zgCurve *get() const { return m_curve; }
 
 private:
     zgCurve *m_curve;
