@@ -56,14 +56,6 @@ void expectDivided(const QList<zgCurveLocation *> &locations, double tolerance)
     }
 }
 
-// The area of a closed contour summed afresh: the cache, which adopt() filled
-// and which getArea adds to, is emptied first.
-double plainArea(zgPath *path)
-{
-    path->area = 0.0;
-    return path->getArea(false, true);
-}
-
 } // namespace
 
 TEST(DivideLocations, TwoTimesOnOneStraightCurveRescaleTheSecondSplit)

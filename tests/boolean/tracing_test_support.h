@@ -132,6 +132,15 @@ inline zgPath *newCircle(const zgPoint &center, double radius)
     return path;
 }
 
+// The area of a closed contour summed afresh: getArea adds its sum to the
+// cache, which isClockwise() or the tracer may have filled, so the cache is
+// emptied first.
+inline double plainArea(zgPath *path)
+{
+    path->area = 0.0;
+    return path->getArea(false, true);
+}
+
 // All segments of a compound, child by child.
 inline QList<zgSegment *> segmentsOf(const XPath &compound)
 {
