@@ -53,6 +53,24 @@ public:
         }
     }
 
+    // Every segment's winding and onPath from the engine: once from each
+    // location's segment in list order, then for every segment left
+    // without one.
+    void setEngineWindings()
+    {
+        QList<zgMono *> monos = zgTracingInternals::getMonoCurves(m_first);
+        if (m_second)
+            monos += zgTracingInternals::getMonoCurves(*m_second);
+        for (zgCurveLocation *location : locations)
+            zgTracingInternals::propagateWinding(location->segmentM(), &m_first, m_second, monos,
+                                                 m_op);
+        for (zgSegment *segment : segments) {
+            if (segment->winding == -1)
+                zgTracingInternals::propagateWinding(segment, &m_first, m_second, monos, m_op);
+        }
+        qDeleteAll(monos);
+    }
+
     // The flags of the collection after the windings are known: a contour
     // keeps OverlapsOnlyFlag only if all its segments lie on overlaps, and
     // ValidOverlapsOnlyFlag only if all its valid ones do.

@@ -26,10 +26,16 @@ public:
     {
         XPath::linkIntersections(from, to);
     }
+    static void propagateWinding(zgSegment *segment, XPath *path1, XPath *path2,
+                                 QList<zgMono *> monoCurves, int op)
+    {
+        XPath::propagateWinding(segment, path1, path2, monoCurves, op);
+    }
     static QVector<zgPath *> tracePaths(QList<zgSegment *> segments, int op)
     {
         return XPath::tracePaths(segments, op);
     }
+    static QList<zgMono *> getMonoCurves(XPath &compound) { return compound.getMonoCurves(); }
 };
 
 namespace tracingtest {
