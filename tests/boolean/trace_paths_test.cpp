@@ -652,4 +652,5 @@ TEST(TracePaths, ChainLocationOnTheEndOfAnOpenContourIsNotTaken)
         EXPECT_EQ(result.at(i)->point, expected.at(i)) << i;
     EXPECT_FALSE(q->segments.at(1)->visited);
     releasePaths(traced);
+    onR->release(); // on the chain only, held by no segment
 }
