@@ -24,4 +24,20 @@ ZG_EXPORT void basisFunctions(double t, double span, const QVector<double> &knot
 ZG_EXPORT void threePointTangents(const QPointF &a, const QPointF &b, const QPointF &c, QPointF &tangentA,
                                   QPointF &tangentB, QPointF &tangentC);
 
+// The knots of the fit through points: their cumulative chord lengths from
+// 0.0, the first and the last standing four times (points.size() + 6 values).
+ZG_EXPORT QVector<double> fittingKnots(const QVector<QPointF> &points);
+
+// The control points (points.size() + 2) of the clamped cubic on knots that
+// passes through every point and whose end derivatives follow the
+// three-point tangents. points needs 3 values at least.
+//
+// By one dense LU factorisation with partial pivoting of the whole system,
+// rows in their documented order.
+ZG_EXPORT QVector<QPointF> fittingControlPointsDense(const QVector<QPointF> &points, const QVector<double> &knots);
+// By elimination with partial pivoting on the same system with its rows
+// reordered into tridiagonal form, in linear time. Empty when a pivot is
+// exactly zero.
+ZG_EXPORT QVector<QPointF> fittingControlPointsBanded(const QVector<QPointF> &points, const QVector<double> &knots);
+
 #endif // ZGRAPHICS_SPLINE_FITTING_H
