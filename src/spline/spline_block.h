@@ -8,6 +8,21 @@
 #include <cmath>
 #include <cstddef>
 
+// Every allocation of the engine goes through here. s_failAfter is the
+// number of allocations that still succeed before all later ones fail; -1,
+// the default, never fails. Only tests change it, to reach the paths of a
+// failed allocation.
+class ZG_EXPORT zgSplineAllocation
+{
+public:
+    static void *allocate(std::size_t bytes);
+    static void *allocateZeroed(std::size_t bytes);
+    static int s_failAfter;
+
+private:
+    static bool mayAllocate();
+};
+
 namespace zgSplineDetail {
 
 inline double *controlPointsOf(SplineRecord *spline)

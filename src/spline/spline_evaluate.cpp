@@ -33,7 +33,7 @@ DeBoorNet *allocateNet(std::size_t degree, std::size_t dimension)
     if (tablePoints > maxSlots / dimension)
         return nullptr;
     const std::size_t bytes = sizeof(DeBoorNet) + tablePoints * dimension * 48 * sizeof(double);
-    return static_cast<DeBoorNet *>(std::malloc(bytes));
+    return static_cast<DeBoorNet *>(zgSplineAllocation::allocate(bytes));
 }
 
 } // namespace

@@ -11,6 +11,28 @@
 
 using namespace zgSplineDetail;
 
+int zgSplineAllocation::s_failAfter = -1;
+
+bool zgSplineAllocation::mayAllocate()
+{
+    if (s_failAfter < 0)
+        return true;
+    if (s_failAfter == 0)
+        return false;
+    --s_failAfter;
+    return true;
+}
+
+void *zgSplineAllocation::allocate(std::size_t bytes)
+{
+    return mayAllocate() ? std::malloc(bytes) : nullptr;
+}
+
+void *zgSplineAllocation::allocateZeroed(std::size_t bytes)
+{
+    return mayAllocate() ? std::calloc(1, bytes) : nullptr;
+}
+
 namespace zgSplineDetail {
 
 int report(SplineStatus *status, int code, const char *format, ...)
@@ -67,7 +89,7 @@ SplineRecord *allocateSpline(std::size_t numControlPoints, std::size_t dimension
     if (numKnots > maxDoubles - numCoordinates)
         return nullptr;
     const std::size_t bytes = sizeof(SplineRecord) + (numCoordinates + numKnots) * sizeof(double);
-    auto *spline = static_cast<SplineRecord *>(std::calloc(1, bytes));
+    auto *spline = static_cast<SplineRecord *>(zgSplineAllocation::allocateZeroed(bytes));
     if (!spline)
         return nullptr;
     spline->degree = degree;
@@ -81,7 +103,7 @@ SplineRecord *copySpline(const SplineRecord *spline)
 {
     const std::size_t bytes = sizeof(SplineRecord)
             + (splineLenControlPoints(spline) + spline->numKnots) * sizeof(double);
-    auto *copy = static_cast<SplineRecord *>(std::malloc(bytes));
+    auto *copy = static_cast<SplineRecord *>(zgSplineAllocation::allocate(bytes));
     if (copy)
         std::memcpy(copy, spline, bytes);
     return copy;
@@ -204,7 +226,7 @@ int generateKnots(SplineRecord *spline, int knotType, SplineStatus *status)
 int getControlPoints(const SplineRecord *spline, double **out, SplineStatus *status)
 {
     const std::size_t bytes = splineLenControlPoints(spline) * sizeof(double);
-    *out = static_cast<double *>(std::malloc(bytes));
+    *out = static_cast<double *>(zgSplineAllocation::allocate(bytes));
     if (!*out)
         return outOfMemory(status);
     std::memcpy(*out, splineControlPoints(spline), bytes);
