@@ -311,8 +311,11 @@ public:
     // knots give an empty list and leave degree alone. Three control points
     // make a quadratic whatever degree says. knots is cut or extended to the
     // count of a cubic (control points + 4), so any other degree throws the
-    // engine's size mismatch; a short knot vector is extended by repeating
-    // its last step, and must not end in a repeated value.
+    // engine's size mismatch. A short knot vector is extended by its last
+    // step, each new value standing degree + 1 times. It must not end in a
+    // repeated value: that case is outside the contract (the step is then 0,
+    // the last value is repeated, and setKnots rejects the multiplicity in
+    // most cases).
     static QVector<QPointF> bsplineToBezier(QVector<QPointF> controlPoints, QVector<double> knots, int &degree);
     // The Bezier one degree higher with the same curve: one point more. Empty
     // for an empty list; points is not changed.

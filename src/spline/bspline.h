@@ -142,7 +142,8 @@ ZG_EXPORT int splitAtKnot(const SplineRecord *spline, double u, SplineRecord **o
 ZG_EXPORT int toBeziers(const SplineRecord *spline, SplineRecord **out, SplineStatus *status);
 
 // Owns one spline block. Every failing status becomes std::runtime_error
-// with the status message.
+// with the status message. A moved-from BSpline may only be destroyed or
+// assigned to.
 class ZG_EXPORT BSpline
 {
 public:

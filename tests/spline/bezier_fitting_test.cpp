@@ -505,6 +505,14 @@ TEST(BsplineToBezier, OtherDegreesMeetTheCubicKnotCount)
               "degree (5) >= num(control_points) (5)");
 }
 
+TEST(BsplineToBezier, NegativeDegreeThrows)
+{
+    // A negative degree read as a count wraps past the knot limit.
+    int degree = -1;
+    EXPECT_THROW(ZDPath::bsplineToBezier(wobblyPoints(6, 3), {0, 1, 2, 3}, degree), std::runtime_error);
+    EXPECT_EQ(degree, -1);
+}
+
 TEST(BsplineToBezier, KnotLimits)
 {
     int degree = 3;

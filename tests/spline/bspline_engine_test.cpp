@@ -712,6 +712,33 @@ TEST(SplineBeziers, PiecesReproduceTheSpline)
     EXPECT_GT(pieces, 200);
 }
 
+TEST(SplineBeziers, OpenEndsAreCutOneAtATime)
+{
+    // Clamped start, open end: only the end is split and cut.
+    SplineGuard openEnd;
+    openEnd.spline = splineWith(5, 2, 3, {0, 0, 0, 0, 0.5, 1, 2, 3, 4});
+    SplineGuard beziers;
+    ASSERT_EQ(toBeziers(openEnd.spline, &beziers.spline, nullptr), SplineSuccess);
+    EXPECT_EQ(knotsOf(beziers.spline), (std::vector<double>{0, 0, 0, 0, 0.5, 0.5, 0.5, 0.5, 1, 1, 1, 1}));
+    const std::vector<double> first = controlPointsOf(openEnd.spline);
+    const std::vector<double> cut = controlPointsOf(beziers.spline);
+    EXPECT_EQ(cut[0], first[0]);
+    EXPECT_EQ(cut[1], first[1]);
+    EXPECT_LT(curveDifference(openEnd.spline, beziers.spline, 40), 1e-12);
+
+    // Open start, clamped end: only the start.
+    SplineGuard openStart;
+    openStart.spline = splineWith(5, 2, 3, {-3, -2, -1, 0, 0.5, 1, 1, 1, 1});
+    SplineGuard fromStart;
+    ASSERT_EQ(toBeziers(openStart.spline, &fromStart.spline, nullptr), SplineSuccess);
+    EXPECT_EQ(knotsOf(fromStart.spline), (std::vector<double>{0, 0, 0, 0, 0.5, 0.5, 0.5, 0.5, 1, 1, 1, 1}));
+    const std::vector<double> last = controlPointsOf(openStart.spline);
+    const std::vector<double> got = controlPointsOf(fromStart.spline);
+    EXPECT_EQ(got[got.size() - 1], last[last.size() - 1]);
+    EXPECT_EQ(got[got.size() - 2], last[last.size() - 2]);
+    EXPECT_LT(curveDifference(openStart.spline, fromStart.spline, 40), 1e-12);
+}
+
 TEST(SplineBeziers, TooManyKnotsOnTheWayFailsAndFreesTheWork)
 {
     SplineGuard g;
