@@ -324,6 +324,30 @@ TEST(BezierFitting, TridiagonalSolveGivesTheDenseControlPoints)
     EXPECT_EQ(compared, 44);
 }
 
+TEST(BezierFitting, LongInputsTakeTheTridiagonalSolveUnlessDegenerate)
+{
+    // Bit for bit (NaN matching NaN): the fit is the conversion of the
+    // control points of the solve it chose.
+    auto sameBits = [](double a, double b) { return (std::isnan(a) && std::isnan(b)) || a == b; };
+    auto expectConversionOf = [&](const QVector<QPointF> &points, const QVector<QPointF> &control) {
+        int degree = 3;
+        const QVector<QPointF> expected = ZDPath::bsplineToBezier(control, fittingKnots(points), degree);
+        degree = 0;
+        const QVector<QPointF> result = ZDPath::bezierFitting(points, degree);
+        ASSERT_EQ(result.size(), expected.size());
+        for (int i = 0; i < result.size(); ++i)
+            EXPECT_TRUE(sameBits(result[i].x(), expected[i].x()) && sameBits(result[i].y(), expected[i].y())) << i;
+    };
+    const QVector<QPointF> regular = wobblyPoints(200, 5);
+    expectConversionOf(regular, fittingControlPointsBanded(regular, fittingKnots(regular)));
+    const QVector<QPointF> small = wobblyPoints(127, 5);
+    expectConversionOf(small, fittingControlPointsDense(small, fittingKnots(small)));
+    // Coincident points keep the dense solve, whatever it yields.
+    QVector<QPointF> coincident = regular;
+    coincident[100] = coincident[99];
+    expectConversionOf(coincident, fittingControlPointsDense(coincident, fittingKnots(coincident)));
+}
+
 TEST(BezierFitting, TridiagonalSolveRefusesZeroSteps)
 {
     QVector<QPointF> points = wobblyPoints(10, 8);
