@@ -9,7 +9,8 @@
 // Outputs: a function that writes a new spline to *out first sets *out to
 // null (the block it held, if any, stays the caller's), unless out holds the
 // input itself, in which case the input block is freed once the new one is
-// complete. A failing function leaves its input as it was and *out null.
+// complete. A failing function leaves its input as it was, and *out null (or
+// still holding the input), and frees whatever it allocated on the way.
 // Blocks and arrays given out are freed with freeSpline, freeDeBoorNet and
 // std::free.
 #ifndef ZGRAPHICS_SPLINE_BSPLINE_H
@@ -43,7 +44,8 @@ enum SplineKnotType : int {
     SplineBeziers = 2   // every value repeated order times: a chain of Beziers
 };
 
-// The most knots a spline may have.
+// The most knots a spline may have. Knot values closer than 1e-09 count as
+// equal throughout.
 constexpr std::size_t SplineMaxKnots = 10000;
 
 struct SplineStatus
@@ -118,7 +120,12 @@ ZG_EXPORT int setKnots(SplineRecord *spline, const double *values, SplineStatus 
 // -4; a NaN u counts as below the domain.
 ZG_EXPORT int findKnotSpan(const SplineRecord *spline, double u, std::size_t *k, std::size_t *s,
                            SplineStatus *status);
-// The de Boor net of u, allocated in *net.
+// The de Boor net of u, allocated in *net, with u snapped to a knot within
+// 1e-09. Where s is the order, the net holds the control point at an end of
+// the curve, or the two on either side of a break; otherwise the triangular
+// table of N (N + 1) / 2 points, N = degree - s + 1, whose first row is
+// control points k - degree to k - s and whose last point lies on the
+// curve. A span among NaN knots that would read outside the arrays gives -4.
 ZG_EXPORT int evaluateNet(const SplineRecord *spline, double u, DeBoorNet **net, SplineStatus *status);
 // *out is spline with the net's knot inserted n more times (a copy for n 0).
 // s + n above the order gives -5.
