@@ -69,6 +69,21 @@ void fittingBenchmark(benchmark::State &state, int count)
     state.counters["threw"] = failed ? 1 : 0;
 }
 
+// The fit as it runs on the dense solve alone, for the gain of the
+// tridiagonal one.
+void denseFittingBenchmark(benchmark::State &state, int count)
+{
+    const QVector<QPointF> points = wobblyPoints(count);
+    for (auto _ : state) {
+        const QVector<double> knots = fittingKnots(points);
+        int degree = 3;
+        const QVector<QPointF> result =
+                ZDPath::bsplineToBezier(fittingControlPointsDense(points, knots), knots, degree);
+        benchmark::DoNotOptimize(result.constData());
+    }
+    setCounters(state, count);
+}
+
 void solveBenchmark(benchmark::State &state, int count, bool banded)
 {
     const QVector<QPointF> points = wobblyPoints(count);
@@ -103,6 +118,11 @@ bool registerAll()
 {
     for (int count : {10, 100, 1000, 2500, 3000}) {
         benchmark::RegisterBenchmark(("bezierFitting/" + std::to_string(count)).c_str(), fittingBenchmark, count)
+            ->Unit(benchmark::kMillisecond);
+    }
+    for (int count : {1000, 2500}) {
+        benchmark::RegisterBenchmark(("bezierFitting/denseOnly/" + std::to_string(count)).c_str(),
+                                     denseFittingBenchmark, count)
             ->Unit(benchmark::kMillisecond);
     }
     for (int count : {10, 100, 1000, 3000}) {
