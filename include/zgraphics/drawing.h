@@ -292,6 +292,35 @@ public:
     // where adding step no longer moves the offset.
     void manualPath(ZDPath &src, double amplitude, double step);
 
+    // Fitting -----------------------------------------------------------------
+    //
+    // Results are flat lists of Bezier control points, degree + 1 per segment
+    // in curve order; the end of a segment and the start of the next both
+    // stand in the list. Failures of the spline engine arrive as
+    // std::runtime_error with its message and are not caught here.
+    //
+    // The control points of the clamped cubic B-spline through every point,
+    // parameterised by cumulative chord length, whose end derivatives follow
+    // the three-point tangents of the first and last three points, as
+    // Beziers. degree becomes 3. Fewer than 3 points give an empty list and
+    // leave degree alone. A singular system (coincident points) gives what
+    // the dense LU solve computes.
+    static QVector<QPointF> bezierFitting(const QVector<QPointF> &points, int &degree);
+    // The B-spline of controlPoints and knots, clamped, as Beziers; degree is
+    // the spline's degree in and the result's degree out. More than 50000
+    // knots give an empty list and leave degree alone. Three control points
+    // make a quadratic whatever degree says. knots is cut or extended to the
+    // count of a cubic (control points + 4), so any other degree throws the
+    // engine's size mismatch. A short knot vector is extended by its last
+    // step, each new value standing degree + 1 times. It must not end in a
+    // repeated value: that case is outside the contract (the step is then 0,
+    // the last value is repeated, and setKnots rejects the multiplicity in
+    // most cases).
+    static QVector<QPointF> bsplineToBezier(QVector<QPointF> controlPoints, QVector<double> knots, int &degree);
+    // The Bezier one degree higher with the same curve: one point more. Empty
+    // for an empty list; points is not changed.
+    static QVector<QPointF> BezierElevate(QVector<QPointF> &points);
+
 private:
     void shortenStart(int i, const QPointF &a, const QPointF &b, double startLength, bool outerOnly,
                       int &cursor, QList<QPointF> &startPoints);

@@ -34,7 +34,7 @@ contains out.txt "# rectangles: 11 elements" "default run prints element lists"
 [ -s zgtool-samples.png ]; check "default run writes the picture" $?
 
 run "help" 0 --help
-for c in samples measure reverse shorten convert intersect self bounds round parallel wave handdrawn noise; do contains out.txt "$c" "help documents $c"; done
+for c in samples measure reverse shorten convert intersect self bounds round parallel wave handdrawn noise fit bspline; do contains out.txt "$c" "help documents $c"; done
 
 run "measure" 0 measure "M0 0 L100 0 L100 100" --at-fraction 0.25 --png m.png --svg m.svg
 contains out.txt "^length 200$" "measure prints the length"
@@ -94,6 +94,32 @@ contains out.txt "^M 0 0 L 25 " "handdrawn samples every step"
 run "noise" 0 noise --width 300 --height 250 --png n.png
 [ -s n.png ]; check "noise writes its picture" $?
 [ -s s-effects.png ]; check "samples writes the effects page" $?
+
+run "fit" 0 fit "0,0 10,10 20,0" --png f.png
+contains out.txt "^degree 3$" "fit prints the degree"
+contains out.txt "^pieces 2$" "fit prints the number of pieces"
+contains out.txt "^bezier 1 10 10 " "fit passes through the middle point"
+contains out.txt "^M 0 0 C .* 20 0$" "fit prints the curve as path data"
+[ -s f.png ]; check "fit draws the points and the curve" $?
+run "fit of path vertices" 0 fit "M0 0 L 10 10 C 12 12 18 8 20 0 L 30 5"
+contains out.txt "^pieces 3$" "fit takes the vertices of path data, not control points"
+run "bspline" 0 bspline "0,0 1,3 4,4 6,1 8,2 9,6" --knots "0 0 0 0 1 2.5 4 4 4 4" --svg b2.svg
+contains out.txt "^pieces 3$" "bspline cuts at each inner knot"
+contains out.txt "^bezier 0 0 0 1 3 " "bspline keeps the clamped start"
+run "bspline default knots" 0 bspline "0,0 1,3 4,4 6,1 8,2"
+contains out.txt "^pieces 2$" "bspline default knots are clamped and uniform"
+[ -s s-fitting.png ]; check "samples writes the fitting page" $?
+run "fit too few points" 1 fit "0,0 1,1"
+contains err.txt "needs 3 points at least, got 2" "fit names too few points"
+run "fit coincident start" 1 fit "0,0 0,0 5,5 10,0"
+contains err.txt "fit: mult(0.000000) (5) > order (4)" "fit passes the engine's message on"
+run "fit odd numbers" 1 fit "1,2,3"
+contains err.txt "3 numbers do not make x,y pairs" "fit names unpaired numbers"
+run "fit bad number" 1 fit "1,2 3,x"
+run "bspline degree mismatch" 1 bspline "0,0 1,1 2,0 3,3 4,0" --degree 2
+contains err.txt "Expected size: 8, Actual size: 9" "bspline reports the knot count mismatch"
+run "bspline bad degree" 2 bspline "0,0 1,1 2,0 3,3" --degree 1.5
+run "bspline bad knots" 1 bspline "0,0 1,1 2,0 3,3" --knots "0 0 a"
 
 # Bad input: one line naming the position, non-zero exit code.
 run "malformed data" 1 convert "M 1 2 L 3"

@@ -17,5 +17,7 @@ int runParallel(const QStringList &args);
 int runWave(const QStringList &args);
 int runHandDrawn(const QStringList &args);
 int runNoise(const QStringList &args);
+int runFit(const QStringList &args);
+int runBspline(const QStringList &args);
 
 #endif

@@ -59,11 +59,18 @@ const char *const kUsage =
     "  noise [--width W] [--height H] [--png FILE]\n"
     "                         a noise curve drawn into an image (default\n"
     "                         zgtool-noise.png)\n"
+    "  fit POINTS             the cubic through every point (bezierFitting): prints\n"
+    "                         the Bezier control points and the curve as SVG path\n"
+    "                         data\n"
+    "  bspline POINTS [--knots K] [--degree D]\n"
+    "                         the B-spline of control points POINTS on the knots K\n"
+    "                         (numbers; default clamped and uniform) as Bezier pieces\n"
     "  --help                 show this text\n"
     "\n"
     "PATH is SVG path data (M L H V C S Q T A Z, absolute or relative), or - to\n"
     "read it from standard input. Quadratics and arcs become cubics. Output paths\n"
     "are SVG path data with 17 significant digits.\n"
+    "POINTS is \"x,y x,y ...\" or SVG path data, whose vertices are taken.\n"
     "Every path command also takes --png FILE and --svg FILE, which draw the input\n"
     "and the result side by side.\n"
     "Exit codes: 0 success, 1 bad path data or unwritable file, 2 bad usage.\n";
@@ -93,16 +100,19 @@ int runSamples(const QStringList &args)
         base.chop(4);
     const QString intersectionFile = base + QStringLiteral("-intersections.png");
     const QString effectFile = base + QStringLiteral("-effects.png");
+    const QString fittingFile = base + QStringLiteral("-fitting.png");
     if (!renderGrid(samples, QStringLiteral("zgraphics drawing paths"), fileName)
             || !renderGrid(intersectionSamples(),
                            QStringLiteral("intersections (marked) and bounds (dashed)"),
                            intersectionFile)
             || !renderGrid(effectSamples(), QStringLiteral("line-shape effects (source in grey)"),
-                           effectFile)) {
+                           effectFile)
+            || !renderGrid(fittingSamples(), QStringLiteral("spline fitting (points and polygons in grey)"),
+                           fittingFile)) {
         std::fprintf(stderr, "zgtool: cannot write %s\n", qPrintable(fileName));
         return 1;
     }
-    for (const QString &picture : {fileName, intersectionFile, effectFile})
+    for (const QString &picture : {fileName, intersectionFile, effectFile, fittingFile})
         std::fprintf(stdout, "# picture: %s\n", qPrintable(picture));
     return 0;
 }
@@ -151,5 +161,9 @@ int main(int argc, char **argv)
         return runHandDrawn(args);
     if (command == QLatin1String("noise"))
         return runNoise(args);
+    if (command == QLatin1String("fit"))
+        return runFit(args);
+    if (command == QLatin1String("bspline"))
+        return runBspline(args);
     return usageError(QStringLiteral("unknown command '%1'").arg(command));
 }

@@ -38,6 +38,10 @@ QVector<Sample> intersectionSamples();
 // at several distances, each wave kind, a hand-drawn line, a noise image.
 QVector<Sample> effectSamples();
 
+// Spline fitting: curves fitted through a few points and through a noisy
+// stroke, a B-spline cut into Beziers, degree elevation.
+QVector<Sample> fittingSamples();
+
 // The crossings of path with other (or with itself if other is null), as
 // (this-side location, partner) point pairs' first points; prints each
 // location to out if out is not null.
