@@ -17,5 +17,7 @@ int runParallel(const QStringList &args);
 int runWave(const QStringList &args);
 int runHandDrawn(const QStringList &args);
 int runNoise(const QStringList &args);
+// Winding, containment and hit tests of points.
+int runContains(const QStringList &args);
 
 #endif

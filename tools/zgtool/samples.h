@@ -38,6 +38,10 @@ QVector<Sample> intersectionSamples();
 // at several distances, each wave kind, a hand-drawn line, a noise image.
 QVector<Sample> effectSamples();
 
+// A square with a hole, a figure eight, an open contour, a contour with
+// horizontal edges and a star, over a grid of points coloured by winding.
+QVector<Sample> windingSamples();
+
 // The crossings of path with other (or with itself if other is null), as
 // (this-side location, partner) point pairs' first points; prints each
 // location to out if out is not null.
