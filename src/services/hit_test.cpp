@@ -77,7 +77,8 @@ private:
             return withinRoundStroke(segment);
         const auto addToArea = [this](zgPoint p) { m_area.addSegment(new zgSegment(p.x, p.y)); };
         const int count = m_contour->segments.size();
-        const bool isEnd = !m_contour->closed && (segment->index < 1 || segment->index >= count - 1);
+        const bool isEnd = !m_contour->closed
+                && (segment->index < 1 || segment->index >= count - 1);
         if (isEnd) {
             if (m_cap != zgCapRound)
                 zgPath::addSquareCap(segment, m_cap, m_radius, nullptr, nullptr, addToArea, true);

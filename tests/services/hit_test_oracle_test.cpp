@@ -35,7 +35,8 @@ double distanceToOutline(const QPointF &p, const Polygon &polygon, bool closed)
     double best = std::numeric_limits<double>::infinity();
     const int count = closed ? polygon.size() : polygon.size() - 1;
     for (int i = 0; i < count; ++i)
-        best = std::min(best, distanceToEdge(p, polygon.at(i), polygon.at((i + 1) % polygon.size())));
+        best = std::min(best,
+                        distanceToEdge(p, polygon.at(i), polygon.at((i + 1) % polygon.size())));
     return best;
 }
 

@@ -59,6 +59,12 @@ zgStyle strokeStyle(double width, zgCap cap, zgJoin join, double miterLimit = 10
     return zgStyle(true, true, true, width, cap, join, miterLimit);
 }
 
+// The type of a stroke-only hit on the contour.
+int strokeHitType(zgPath *path, const zgPoint &point, double tolerance, const zgStyle &style)
+{
+    return path->_hitTestSelf(point, strokeOnly(tolerance), style).type;
+}
+
 void expectResult(const zgHitResult &result, int type, const XPath *compound,
                   const zgPath *path)
 {
@@ -355,10 +361,8 @@ TEST(ContourHit, StrokeDistanceBoundOnBothSides)
     const zgHitResult on = shape.square->_hitTestSelf(zgPoint(4, -0.75), strokeOnly(0.25), style);
     expectResult(on, zgHitStroke, &shape.compound, shape.square);
     expectPoint(on.point, 4, 0, 1e-9);
-    EXPECT_EQ(shape.square->_hitTestSelf(zgPoint(4, -0.7500001), strokeOnly(0.25), style).type,
-              zgHitNone);
-    EXPECT_EQ(shape.square->_hitTestSelf(zgPoint(4, 0.75), strokeOnly(0.25), style).type,
-              zgHitStroke);
+    EXPECT_EQ(strokeHitType(shape.square, zgPoint(4, -0.7500001), 0.25, style), zgHitNone);
+    EXPECT_EQ(strokeHitType(shape.square, zgPoint(4, 0.75), 0.25, style), zgHitStroke);
 }
 
 TEST(ContourHit, ZeroWidthStrokeIsRoundWithTheTolerance)
@@ -500,15 +504,12 @@ TEST(ContourHit, MiterTipHitsThroughTheJoinPolygon)
     SharpTurn turn;
     const zgPoint nearTip = turn.towardsTip(0.9); // about 6.2 from the corner
     ASSERT_GT(nearTip.getDistance(zgPoint(20, 0)), 6.0);
-    const zgHitResult miter = turn.path->_hitTestSelf(nearTip, strokeOnly(0.1),
-                                                      strokeStyle(2.0, zgCapButt, zgJoinMiter));
-    expectResult(miter, zgHitStroke, &turn.compound, turn.path);
-    expectPoint(miter.point, 20, 0, 1e-9);
+    const zgStyle miter = strokeStyle(2.0, zgCapButt, zgJoinMiter);
+    const zgHitResult hit = turn.path->_hitTestSelf(nearTip, strokeOnly(0.1), miter);
+    expectResult(hit, zgHitStroke, &turn.compound, turn.path);
+    expectPoint(hit.point, 20, 0, 1e-9);
     // Beyond the tip.
-    EXPECT_EQ(turn.path->_hitTestSelf(turn.towardsTip(1.1), strokeOnly(0.1),
-                                      strokeStyle(2.0, zgCapButt, zgJoinMiter))
-                      .type,
-              zgHitNone);
+    EXPECT_EQ(strokeHitType(turn.path, turn.towardsTip(1.1), 0.1, miter), zgHitNone);
 }
 
 TEST(ContourHit, MiterLimitAndBevelCutTheTipOff)
@@ -516,18 +517,12 @@ TEST(ContourHit, MiterLimitAndBevelCutTheTipOff)
     SharpTurn turn;
     const zgPoint nearTip = turn.towardsTip(0.9);
     // A limit of 6 radii is below the reach of 6.88: beveled.
-    EXPECT_EQ(turn.path->_hitTestSelf(nearTip, strokeOnly(0.1),
-                                      strokeStyle(2.0, zgCapButt, zgJoinMiter, 6.0))
-                      .type,
-              zgHitNone);
-    EXPECT_EQ(turn.path->_hitTestSelf(nearTip, strokeOnly(0.1),
-                                      strokeStyle(2.0, zgCapButt, zgJoinBevel))
-                      .type,
-              zgHitNone);
-    EXPECT_EQ(turn.path->_hitTestSelf(nearTip, strokeOnly(0.1),
-                                      strokeStyle(2.0, zgCapButt, zgJoinRound))
-                      .type,
-              zgHitNone);
+    const zgStyle shortMiter = strokeStyle(2.0, zgCapButt, zgJoinMiter, 6.0);
+    EXPECT_EQ(strokeHitType(turn.path, nearTip, 0.1, shortMiter), zgHitNone);
+    const zgStyle bevel = strokeStyle(2.0, zgCapButt, zgJoinBevel);
+    EXPECT_EQ(strokeHitType(turn.path, nearTip, 0.1, bevel), zgHitNone);
+    const zgStyle round = strokeStyle(2.0, zgCapButt, zgJoinRound);
+    EXPECT_EQ(strokeHitType(turn.path, nearTip, 0.1, round), zgHitNone);
 }
 
 TEST(ContourHit, BevelAndRoundJoinsNearTheCorner)
@@ -539,19 +534,12 @@ TEST(ContourHit, BevelAndRoundJoinsNearTheCorner)
     SharpTurn turn;
     const double reach = turn.tip.getDistance(zgPoint(20, 0));
     const zgPoint point = turn.towardsTip(1.05 / reach);
-    EXPECT_EQ(turn.path->_hitTestSelf(point, strokeOnly(0.1),
-                                      strokeStyle(2.0, zgCapButt, zgJoinRound))
-                      .type,
-              zgHitStroke);
-    EXPECT_EQ(turn.path->_hitTestSelf(point, strokeOnly(0.1),
-                                      strokeStyle(2.0, zgCapButt, zgJoinBevel))
-                      .type,
-              zgHitNone);
+    const zgStyle round = strokeStyle(2.0, zgCapButt, zgJoinRound);
+    const zgStyle bevel = strokeStyle(2.0, zgCapButt, zgJoinBevel);
+    EXPECT_EQ(strokeHitType(turn.path, point, 0.1, round), zgHitStroke);
+    EXPECT_EQ(strokeHitType(turn.path, point, 0.1, bevel), zgHitNone);
     // Close to the corner, the bevel triangle holds it.
-    EXPECT_EQ(turn.path->_hitTestSelf(turn.towardsTip(0.1 / reach), strokeOnly(0.0),
-                                      strokeStyle(2.0, zgCapButt, zgJoinBevel))
-                      .type,
-              zgHitStroke);
+    EXPECT_EQ(strokeHitType(turn.path, turn.towardsTip(0.1 / reach), 0.0, bevel), zgHitStroke);
 }
 
 TEST(ContourHit, JoinWithHandlesOnBothSidesIsRoundByDistance)
@@ -568,7 +556,7 @@ TEST(ContourHit, JoinWithHandlesOnBothSidesIsRoundByDistance)
     const zgHitResult result = path->_hitTestSelf(zgPoint(10, 1.05), strokeOnly(0.1), miter);
     EXPECT_EQ(result.type, zgHitStroke);
     expectPoint(result.point, 10, 0, 1e-9);
-    EXPECT_EQ(path->_hitTestSelf(zgPoint(10, 1.15), strokeOnly(0.1), miter).type, zgHitNone);
+    EXPECT_EQ(strokeHitType(path, zgPoint(10, 1.15), 0.1, miter), zgHitNone);
 }
 
 // Caps ---------------------------------------------------------------------------
@@ -585,22 +573,15 @@ TEST(ContourHit, SquareCapExtendsTheLineButtCapDoesNot)
                                                   strokeStyle(2.0, zgCapSquare, zgJoinBevel));
     expectResult(square, zgHitStroke, &compound, line);
     expectPoint(square.point, 10, 0, 1e-9);
-    EXPECT_EQ(line->_hitTestSelf(corner, strokeOnly(0.1), strokeStyle(2.0, zgCapButt, zgJoinBevel))
-                      .type,
+    EXPECT_EQ(strokeHitType(line, corner, 0.1, strokeStyle(2.0, zgCapButt, zgJoinBevel)),
               zgHitNone);
-    EXPECT_EQ(line->_hitTestSelf(corner, strokeOnly(0.1), strokeStyle(2.0, zgCapRound, zgJoinBevel))
-                      .type,
+    EXPECT_EQ(strokeHitType(line, corner, 0.1, strokeStyle(2.0, zgCapRound, zgJoinBevel)),
               zgHitNone);
     // At the start the square cap reaches backwards.
-    EXPECT_EQ(line->_hitTestSelf(zgPoint(-0.9, -0.9), strokeOnly(0.1),
-                                 strokeStyle(2.0, zgCapSquare, zgJoinBevel))
-                      .type,
-              zgHitStroke);
+    const zgStyle squareCap = strokeStyle(2.0, zgCapSquare, zgJoinBevel);
+    EXPECT_EQ(strokeHitType(line, zgPoint(-0.9, -0.9), 0.1, squareCap), zgHitStroke);
     // Beyond the square.
-    EXPECT_EQ(line->_hitTestSelf(zgPoint(11.05, 0.5), strokeOnly(0.0),
-                                 strokeStyle(2.0, zgCapSquare, zgJoinBevel))
-                      .type,
-              zgHitNone);
+    EXPECT_EQ(strokeHitType(line, zgPoint(11.05, 0.5), 0.0, squareCap), zgHitNone);
 }
 
 TEST(ContourHit, ButtCapHitsOnlyWithinToleranceOfItsEdge)
@@ -613,9 +594,9 @@ TEST(ContourHit, ButtCapHitsOnlyWithinToleranceOfItsEdge)
     zgPath *line = compound.children.first();
     const zgStyle butt = strokeStyle(2.0, zgCapButt, zgJoinBevel);
     const zgStyle round = strokeStyle(2.0, zgCapRound, zgJoinBevel);
-    EXPECT_EQ(line->_hitTestSelf(zgPoint(10.25, 0.5), strokeOnly(0.25), butt).type, zgHitStroke);
-    EXPECT_EQ(line->_hitTestSelf(zgPoint(10.3, 0.5), strokeOnly(0.25), butt).type, zgHitNone);
-    EXPECT_EQ(line->_hitTestSelf(zgPoint(10.3, 0.5), strokeOnly(0.25), round).type, zgHitStroke);
+    EXPECT_EQ(strokeHitType(line, zgPoint(10.25, 0.5), 0.25, butt), zgHitStroke);
+    EXPECT_EQ(strokeHitType(line, zgPoint(10.3, 0.5), 0.25, butt), zgHitNone);
+    EXPECT_EQ(strokeHitType(line, zgPoint(10.3, 0.5), 0.25, round), zgHitStroke);
 }
 
 TEST(ContourHit, TheTimeTestIsExact)
