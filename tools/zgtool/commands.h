@@ -19,5 +19,7 @@ int runHandDrawn(const QStringList &args);
 int runNoise(const QStringList &args);
 int runFit(const QStringList &args);
 int runBspline(const QStringList &args);
+// Winding, containment and hit tests of points.
+int runContains(const QStringList &args);
 
 #endif

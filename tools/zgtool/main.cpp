@@ -56,6 +56,13 @@ const char *const kUsage =
     "                         the wavy line of the given kind\n"
     "  handdrawn PATH [--amplitude A] [--step S]\n"
     "                         a hand-drawn copy of PATH\n"
+    "  contains PATH --point X Y [--point X Y ...] [--stroke W] [--tolerance T]\n"
+    "           [--nonzero]\n"
+    "                         for each point: its winding number, whether it is on\n"
+    "                         the outline, whether the path contains it (even-odd,\n"
+    "                         or non-zero), and the hit test result for the default\n"
+    "                         options, the stroke (width W, default 1), the bare\n"
+    "                         curves and the fill, each within T (default 0.1)\n"
     "  noise [--width W] [--height H] [--png FILE]\n"
     "                         a noise curve drawn into an image (default\n"
     "                         zgtool-noise.png)\n"
@@ -98,21 +105,35 @@ int runSamples(const QStringList &args)
     QString base = fileName;
     if (base.endsWith(QLatin1String(".png"), Qt::CaseInsensitive))
         base.chop(4);
-    const QString intersectionFile = base + QStringLiteral("-intersections.png");
-    const QString effectFile = base + QStringLiteral("-effects.png");
-    const QString fittingFile = base + QStringLiteral("-fitting.png");
-    if (!renderGrid(samples, QStringLiteral("zgraphics drawing paths"), fileName)
-            || !renderGrid(intersectionSamples(),
-                           QStringLiteral("intersections (marked) and bounds (dashed)"),
-                           intersectionFile)
-            || !renderGrid(effectSamples(), QStringLiteral("line-shape effects (source in grey)"),
-                           effectFile)
-            || !renderGrid(fittingSamples(), QStringLiteral("spline fitting (points and polygons in grey)"),
-                           fittingFile)) {
+    // One page per topic: the file suffix, the page title and its samples.
+    struct Page
+    {
+        QString suffix;
+        QString title;
+        QVector<Sample> (*samples)();
+    };
+    const Page pages[] = {
+        {QStringLiteral("-intersections"),
+         QStringLiteral("intersections (marked) and bounds (dashed)"), intersectionSamples},
+        {QStringLiteral("-effects"), QStringLiteral("line-shape effects (source in grey)"),
+         effectSamples},
+        {QStringLiteral("-winding"),
+         QStringLiteral("winding: 0 grey, 1 blue, 2 green; ringed: on the path"), windingSamples},
+        {QStringLiteral("-fitting"),
+         QStringLiteral("spline fitting (points and polygons in grey)"), fittingSamples},
+    };
+    QStringList pictures{fileName};
+    bool written = renderGrid(samples, QStringLiteral("zgraphics drawing paths"), fileName);
+    for (const Page &page : pages) {
+        const QString pageFile = base + page.suffix + QStringLiteral(".png");
+        written = written && renderGrid(page.samples(), page.title, pageFile);
+        pictures << pageFile;
+    }
+    if (!written) {
         std::fprintf(stderr, "zgtool: cannot write %s\n", qPrintable(fileName));
         return 1;
     }
-    for (const QString &picture : {fileName, intersectionFile, effectFile, fittingFile})
+    for (const QString &picture : qAsConst(pictures))
         std::fprintf(stdout, "# picture: %s\n", qPrintable(picture));
     return 0;
 }
@@ -165,5 +186,7 @@ int main(int argc, char **argv)
         return runFit(args);
     if (command == QLatin1String("bspline"))
         return runBspline(args);
+    if (command == QLatin1String("contains"))
+        return runContains(args);
     return usageError(QStringLiteral("unknown command '%1'").arg(command));
 }

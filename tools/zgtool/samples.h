@@ -41,6 +41,9 @@ QVector<Sample> effectSamples();
 // Spline fitting: curves fitted through a few points and through a noisy
 // stroke, a B-spline cut into Beziers, degree elevation.
 QVector<Sample> fittingSamples();
+// A square with a hole, a figure eight, an open contour, a contour with
+// horizontal edges and a star, over a grid of points coloured by winding.
+QVector<Sample> windingSamples();
 
 // The crossings of path with other (or with itself if other is null), as
 // (this-side location, partner) point pairs' first points; prints each
