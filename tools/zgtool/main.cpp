@@ -56,6 +56,17 @@ const char *const kUsage =
     "                         the wavy line of the given kind\n"
     "  handdrawn PATH [--amplitude A] [--step S]\n"
     "                         a hand-drawn copy of PATH\n"
+    "  smooth PATH [--type 1..4]\n"
+    "                         new handles through the points of every contour:\n"
+    "                         1 Catmull-Rom, 2 geometric, 3 asymmetric, 4 continuous\n"
+    "  knots PATH [--reshape] [--keep-ends]\n"
+    "                         the chain of cubics through the knots of PATH's first\n"
+    "                         subpath (its points taken as knot, handle, handle,\n"
+    "                         knot, ...); --reshape makes a new S from the first to\n"
+    "                         the last knot, with --keep-ends shaped by the end handles\n"
+    "  thick PATH [--start W] [--end W] [--step S]\n"
+    "                         the outline of a stroke tapering from half width W to\n"
+    "                         W along the first contour, curves sampled every S\n"
     "  noise [--width W] [--height H] [--png FILE]\n"
     "                         a noise curve drawn into an image (default\n"
     "                         zgtool-noise.png)\n"
@@ -93,16 +104,20 @@ int runSamples(const QStringList &args)
         base.chop(4);
     const QString intersectionFile = base + QStringLiteral("-intersections.png");
     const QString effectFile = base + QStringLiteral("-effects.png");
+    const QString smoothingFile = base + QStringLiteral("-smoothing.png");
     if (!renderGrid(samples, QStringLiteral("zgraphics drawing paths"), fileName)
             || !renderGrid(intersectionSamples(),
                            QStringLiteral("intersections (marked) and bounds (dashed)"),
                            intersectionFile)
             || !renderGrid(effectSamples(), QStringLiteral("line-shape effects (source in grey)"),
-                           effectFile)) {
+                           effectFile)
+            || !renderGrid(smoothingSamples(),
+                           QStringLiteral("smoothing, knot paths and tapered strokes (source in grey)"),
+                           smoothingFile)) {
         std::fprintf(stderr, "zgtool: cannot write %s\n", qPrintable(fileName));
         return 1;
     }
-    for (const QString &picture : {fileName, intersectionFile, effectFile})
+    for (const QString &picture : {fileName, intersectionFile, effectFile, smoothingFile})
         std::fprintf(stdout, "# picture: %s\n", qPrintable(picture));
     return 0;
 }
@@ -151,5 +166,11 @@ int main(int argc, char **argv)
         return runHandDrawn(args);
     if (command == QLatin1String("noise"))
         return runNoise(args);
+    if (command == QLatin1String("smooth"))
+        return runSmooth(args);
+    if (command == QLatin1String("knots"))
+        return runKnots(args);
+    if (command == QLatin1String("thick"))
+        return runThick(args);
     return usageError(QStringLiteral("unknown command '%1'").arg(command));
 }

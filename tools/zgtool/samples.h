@@ -38,6 +38,11 @@ QVector<Sample> intersectionSamples();
 // at several distances, each wave kind, a hand-drawn line, a noise image.
 QVector<Sample> effectSamples();
 
+// Smoothing types on one polyline and a closed loop, the knot path modes, and
+// tapered strokes (widening, narrowing to a point, constant) on a straight
+// line, a curve and a zigzag.
+QVector<Sample> smoothingSamples();
+
 // The crossings of path with other (or with itself if other is null), as
 // (this-side location, partner) point pairs' first points; prints each
 // location to out if out is not null.
