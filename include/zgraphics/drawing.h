@@ -320,11 +320,15 @@ public:
     // length (halved down to 4 samples while the step stays at 2 or more,
     // at most 100000 samples a curve) and each side of them smoothed by
     // smooth(4). The sides come from zgPath::getLocationAt, so they drift by
-    // up to a unit per curve as it does. A closed src is stroked as an open
-    // line from its first point. src is cleaned up by the conversion; its
-    // other contours are ignored. This path is left unchanged when src has
-    // no contour or step is not a finite number above 0. A src of zero length
-    // gives NaN points (the width is interpolated over the length).
+    // up to a unit per curve as it does; where there is no location the
+    // previous pair is reused, (0, 0) before the first. A closed src is
+    // stroked as an open line from its first point; its end location is the
+    // start of its first curve, whose direction the end cap takes. Both caps
+    // need two points on each side. src is cleaned up by the conversion; its
+    // other contours are ignored, the end cap standing at the end of its
+    // first subpath. This path is left unchanged when src has no contour or
+    // step is not a finite number above 0. A src of zero length gives NaN
+    // points (the width is interpolated over the length).
     void thickPath(ZDPath &src, double startWidth, double endWidth, double step);
 
 private:
