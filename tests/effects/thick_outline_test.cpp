@@ -5,6 +5,8 @@
 // geometry independent of the library: cubics in Bernstein form, arc length
 // by a dense polyline, nearest points by dense sampling refined by golden
 // section search.
+#include "model/model_test_support.h"
+
 #include <zgraphics/drawing.h>
 
 #include <gtest/gtest.h>
@@ -406,6 +408,29 @@ TEST(ThickPath, RunTwiceGivesTheSameElements)
     b.thickPath(srcCopy, 9.0, 2.0, 3.0);
     EXPECT_TRUE(sameElements(a, b));
     EXPECT_GT(a.count(), 100);
+}
+
+TEST(ThickPath, DeferredModeGivesTheSameOutline)
+{
+    // With release only marking, the temporary objects stay listed until the
+    // scope sweeps them; the result does not change.
+    const ZDPath source = cubicSource(kArc);
+    ZDPath immediate;
+    ZDPath src = source;
+    immediate.thickPath(src, 6.0, 1.0, 4.0);
+    QVector<QPointF> chain = {QPointF(0, 0), QPointF(10, 0), QPointF(40, 60), QPointF(50, 60)};
+    QVector<QPointF> immediateChain = chain;
+    ZDPath::knotsPath(immediateChain, true, true);
+    ZDPath deferred;
+    QVector<QPointF> deferredChain = chain;
+    {
+        zgtest::DeferredScope scope;
+        ZDPath deferredSrc = source;
+        deferred.thickPath(deferredSrc, 6.0, 1.0, 4.0);
+        ZDPath::knotsPath(deferredChain, true, true);
+    }
+    EXPECT_TRUE(sameElements(immediate, deferred));
+    EXPECT_EQ(immediateChain, deferredChain);
 }
 
 // --------------------------------------------------------- degenerate input
