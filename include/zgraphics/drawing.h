@@ -320,6 +320,44 @@ public:
     // The Bezier one degree higher with the same curve: one point more. Empty
     // for an empty list; points is not changed.
     static QVector<QPointF> BezierElevate(QVector<QPointF> &points);
+    // Smoothing, knot paths and thick outline -------------------------------
+    //
+    // Recomputes the handles of a chain laid out knot, handle, handle, knot,
+    // ..., knot (the knots at indices 0, 3, 6, ...) so that it runs through
+    // its knots with continuous first and second derivatives; each inner knot
+    // gets two opposite handles of equal length and the list ends with
+    // 3 n + 1 points for n + 1 knots. reshape false: through the existing
+    // knots, at least 3 of them. reshape true, keepEnds false: a new S-shaped
+    // chain of 4 knots from the first to the last knot (a list of exactly two
+    // points gives those two), its middle knots at 0.3 and 0.7 of the way and
+    // 30 units to either side, turned with the line. reshape true, keepEnds
+    // true: 4 knots, the first and last points and two between them taken
+    // from the shape of the end handles (a quarter and three quarters of the
+    // way for a list of two points; the origin for both for a list of three).
+    // Too few knots, or fewer than two points, leave the list unchanged.
+    static void knotsPath(QVector<QPointF> &points, bool reshape, bool keepEnds);
+    // Smooths every contour of the path's XPath (toXPath, which cleans the
+    // list up first) by zgPath::smooth(type, 0.5, 0, -1) and writes them
+    // back as fromXPath does, dropping contours of fewer than two segments.
+    void smooth(int type);
+    // Replaces this path by the closed outline of a stroke along the first
+    // contour of src whose half width runs linearly from startWidth at its
+    // start to endWidth at its end, with a round cap at the start and one at
+    // the end when endWidth is above 0. Straight curves give one pair of side
+    // points at their end; other curves are sampled every step units of arc
+    // length (halved down to 4 samples while the step stays at 2 or more,
+    // at most 100000 samples a curve) and each side of them smoothed by
+    // smooth(4). The sides come from zgPath::getLocationAt, so they drift by
+    // up to a unit per curve as it does; where there is no location the
+    // previous pair is reused, (0, 0) before the first. A closed src is
+    // stroked as an open line from its first point; its end location is the
+    // start of its first curve, whose direction the end cap takes. Both caps
+    // need two points on each side. src is cleaned up by the conversion; its
+    // other contours are ignored, the end cap standing at the end of its
+    // first subpath. This path is left unchanged when src has no contour or
+    // step is not a finite number above 0. A src of zero length gives NaN
+    // points (the width is interpolated over the length).
+    void thickPath(ZDPath &src, double startWidth, double endWidth, double step);
 
 private:
     void shortenStart(int i, const QPointF &a, const QPointF &b, double startLength, bool outerOnly,

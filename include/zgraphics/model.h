@@ -123,6 +123,17 @@ public:
     // visited: v i r"; zero handles are left out.
     QString toString() const;
 
+    // Smoothing. New handles from the previous point p0 and the next point
+    // p2 (this point where a neighbour is missing), written straight into the
+    // segment without telling the contour: cached curve lengths and bounds
+    // stay. With first set the handle-in stays, with last set the handle-out.
+    // type 1: Catmull-Rom, factor the exponent of the distances (exactly -1.0
+    // means 0.5); a handle whose denominator is exactly 0 becomes (0, 0).
+    // type 2: geometric, only with both neighbours, factor the handle length
+    // ratio (exactly -1.0 means 0.4); coincident neighbours and point give NaN
+    // handles. Any other type changes nothing.
+    void smooth(bool first, bool last, int type, double factor);
+
 private:
     zgCurveLocation *m_intersection;
 };
@@ -796,6 +807,22 @@ public:
     // not told: their cached lengths stay.
     void interpolate(zgPath *from, zgPath *to, double factor);
 
+    // Smoothing. Keeps the points from segment from to segment to (inclusive;
+    // to = -1: the last) and computes new handles through them. A negative
+    // index counts from the end (i + segment count); on a closed contour a to
+    // below from wraps the range past the end, on an open one the two are
+    // swapped. A closed contour with from = 0 and to = -1 is smoothed as a
+    // loop. type 1 and 2 (and any other code except 3 and 4) go through
+    // zgSegment::smooth segment by segment, the ends of a range that is not
+    // a loop keeping their outer handles; indices outside the contour are
+    // skipped. type 3 (asymmetric) and 4 (continuous) solve one tridiagonal
+    // system for the range, padded by a neighbour at each side where there
+    // is one (up to four on a loop), and give each node opposite handles of
+    // equal length; factor is not used. A range type on fewer than three
+    // knots, or on an open contour whose range leaves the contour, changes
+    // nothing. Handles are stored without change notice to the curves.
+    void smooth(int type, double factor, int from, int to);
+
     // Drawing commands. Those that need the current point expect a
     // non-empty contour and do nothing on an empty one.
     //
@@ -1012,6 +1039,9 @@ public:
     // count of 0 and are not held by anything: the caller releases each one
     // and its partner (intersection()).
     QList<zgCurveLocation *> getCrossings(XPath *other);
+
+    // Smoothing: zgPath::smooth with the same arguments on every child.
+    void smooth(int type, double factor, int from, int to);
 
 private:
     friend class XPathInternals;

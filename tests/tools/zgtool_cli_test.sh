@@ -35,6 +35,7 @@ contains out.txt "# rectangles: 11 elements" "default run prints element lists"
 
 run "help" 0 --help
 for c in samples measure reverse shorten convert intersect self bounds round parallel wave handdrawn noise fit bspline; do contains out.txt "$c" "help documents $c"; done
+for c in samples measure reverse shorten convert intersect self bounds round parallel wave handdrawn noise smooth knots thick; do contains out.txt "$c" "help documents $c"; done
 
 run "measure" 0 measure "M0 0 L100 0 L100 100" --at-fraction 0.25 --png m.png --svg m.svg
 contains out.txt "^length 200$" "measure prints the length"
@@ -94,6 +95,27 @@ contains out.txt "^M 0 0 L 25 " "handdrawn samples every step"
 run "noise" 0 noise --width 300 --height 250 --png n.png
 [ -s n.png ]; check "noise writes its picture" $?
 [ -s s-effects.png ]; check "samples writes the effects page" $?
+run "smooth" 0 smooth "M0 0 L 50 50 L 100 0" --type 4 --png sm.png
+contains out.txt "^M 0 0 C 16.66666666666666.* 25 33.3333333333333.* 50 50 50 C " "smooth 4 gives mirrored handles"
+[ -s sm.png ]; check "smooth renders its picture" $?
+run "smooth catmull-rom" 0 smooth "M0 0 L 50 50 L 100 0" --type 1
+contains out.txt "^M 0 0 C 0 0 33.33333333333333.* 50 50 50" "smooth 1 leaves the open end's outer handle zero"
+run "knots through" 0 knots "M0 0 C 10 0 20 0 30 0 C 40 0 50 0 60 0 C 70 0 80 0 90 0"
+contains out.txt "^M 0 0 C 10 0 20 0 30 0 C 40 0 50 0 60 0 C 70 0 80 0 90 0$" "knots keeps a straight chain at thirds"
+run "knots reshape" 0 knots "M0 0 L 100 0" --reshape
+contains out.txt " 30 -30 C .* 70 30 C .* 100 0$" "knots --reshape makes an S of height 30"
+run "knots keep ends" 0 knots "M0 0 C 50 0 50 100 100 100" --reshape --keep-ends --svg k.svg
+contains out.txt "^M 0 0 C .* 100 100$" "knots --keep-ends keeps the ends"
+run "knots too few" 0 knots "M0 0 L 100 0"
+contains out.txt "^M 0 0 L 100 0$" "knots leaves too few knots as they are"
+run "thick" 0 thick "M0 0 L 100 0" --start 10 --end 5 --step 1 --png th.png
+contains out.txt "^M 0 -10 C .* -12 0 C .* 0 10 L 100 5 C .* 106 0 C .* 100 -5 L 0 -10 Z$" "thick draws both caps and closes"
+[ -s th.png ]; check "thick renders its picture" $?
+run "thick to a point" 0 thick "M0 0 L 100 0" --start 10 --end 0
+contains out.txt " 0 10 L 100 0 L 0 -10 Z$" "thick without an end cap meets at the end"
+run "thick step 0" 0 thick "M0 0 L 100 0" --step 0
+[ "$(tr -d '\n' <out.txt)" = "" ]; check "thick with step 0 leaves the result empty" $?
+[ -s s-smoothing.png ]; check "samples writes the smoothing page" $?
 
 run "fit" 0 fit "0,0 10,10 20,0" --png f.png
 contains out.txt "^degree 3$" "fit prints the degree"
@@ -167,6 +189,9 @@ run "one path for intersect" 2 intersect "M0 0 L1 1"
 run "unknown cap" 2 bounds "M0 0 L1 1" --cap pointy
 run "bad noise size" 2 noise --width 0
 run "bad wave option" 2 wave "M0 0 L1 1" --kind x
+run "bad thick option" 2 thick "M0 0 L1 1" --step x
+run "bad smooth option" 2 smooth "M0 0 L1 1" --type
+run "unknown knots option" 2 knots "M0 0 L1 1" --bogus
 run "unwritable picture" 1 measure "M0 0 L1 1" --png /nonexistent/dir/x.png
 
 echo "$passed passed, $failed failed"

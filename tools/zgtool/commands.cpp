@@ -394,10 +394,6 @@ int runBounds(const QStringList &args)
     return writePictures(common, {sample}) ? 0 : 1;
 }
 
-namespace {
-
-// A path command whose numeric options are read into the given slots; the
-// effect then turns the input path into the result.
 int runEffect(const QString &command, const QStringList &args,
               const QVector<QPair<QString, double *>> &numbers, QStringList flags,
               QSet<QString> *flagsSeen, const std::function<ZDPath(ZDPath &)> &effect)
@@ -436,8 +432,6 @@ int runEffect(const QString &command, const QStringList &args,
     sample.showPoints = false;
     return writePictures(common, {sample}) ? 0 : 1;
 }
-
-} // namespace
 
 int runRound(const QStringList &args)
 {

@@ -3,7 +3,21 @@
 #ifndef ZGTOOL_COMMANDS_H
 #define ZGTOOL_COMMANDS_H
 
+#include <QtCore/QPair>
+#include <QtCore/QSet>
 #include <QtCore/QStringList>
+#include <QtCore/QVector>
+
+#include <functional>
+
+class ZDPath;
+
+// A path command whose numeric options are read into the given slots and
+// whose flags are collected in flagsSeen; the effect then turns the input
+// path into the result, which is printed and drawn beside the input.
+int runEffect(const QString &command, const QStringList &args,
+              const QVector<QPair<QString, double *>> &numbers, QStringList flags,
+              QSet<QString> *flagsSeen, const std::function<ZDPath(ZDPath &)> &effect);
 
 int runMeasure(const QStringList &args);
 int runReverse(const QStringList &args);
@@ -21,5 +35,9 @@ int runFit(const QStringList &args);
 int runBspline(const QStringList &args);
 // Winding, containment and hit tests of points.
 int runContains(const QStringList &args);
+// Smoothing, knot paths and thick outline.
+int runSmooth(const QStringList &args);
+int runKnots(const QStringList &args);
+int runThick(const QStringList &args);
 
 #endif

@@ -63,6 +63,17 @@ const char *const kUsage =
     "                         or non-zero), and the hit test result for the default\n"
     "                         options, the stroke (width W, default 1), the bare\n"
     "                         curves and the fill, each within T (default 0.1)\n"
+    "  smooth PATH [--type 1..4]\n"
+    "                         new handles through the points of every contour:\n"
+    "                         1 Catmull-Rom, 2 geometric, 3 asymmetric, 4 continuous\n"
+    "  knots PATH [--reshape] [--keep-ends]\n"
+    "                         the chain of cubics through the knots of PATH's first\n"
+    "                         subpath (its points taken as knot, handle, handle,\n"
+    "                         knot, ...); --reshape makes a new S from the first to\n"
+    "                         the last knot, with --keep-ends shaped by the end handles\n"
+    "  thick PATH [--start W] [--end W] [--step S]\n"
+    "                         the outline of a stroke tapering from half width W to\n"
+    "                         W along the first contour, curves sampled every S\n"
     "  noise [--width W] [--height H] [--png FILE]\n"
     "                         a noise curve drawn into an image (default\n"
     "                         zgtool-noise.png)\n"
@@ -121,6 +132,8 @@ int runSamples(const QStringList &args)
          QStringLiteral("winding: 0 grey, 1 blue, 2 green; ringed: on the path"), windingSamples},
         {QStringLiteral("-fitting"),
          QStringLiteral("spline fitting (points and polygons in grey)"), fittingSamples},
+        {QStringLiteral("-smoothing"),
+         QStringLiteral("smoothing, knot paths and tapered strokes (source in grey)"), smoothingSamples},
     };
     QStringList pictures{fileName};
     bool written = renderGrid(samples, QStringLiteral("zgraphics drawing paths"), fileName);
@@ -188,5 +201,11 @@ int main(int argc, char **argv)
         return runBspline(args);
     if (command == QLatin1String("contains"))
         return runContains(args);
+    if (command == QLatin1String("smooth"))
+        return runSmooth(args);
+    if (command == QLatin1String("knots"))
+        return runKnots(args);
+    if (command == QLatin1String("thick"))
+        return runThick(args);
     return usageError(QStringLiteral("unknown command '%1'").arg(command));
 }

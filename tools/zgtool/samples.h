@@ -44,6 +44,10 @@ QVector<Sample> fittingSamples();
 // A square with a hole, a figure eight, an open contour, a contour with
 // horizontal edges and a star, over a grid of points coloured by winding.
 QVector<Sample> windingSamples();
+// Smoothing types on one polyline and a closed loop, the knot path modes, and
+// tapered strokes (widening, narrowing to a point, constant) on a straight
+// line, a curve and a zigzag.
+QVector<Sample> smoothingSamples();
 
 // The crossings of path with other (or with itself if other is null), as
 // (this-side location, partner) point pairs' first points; prints each
