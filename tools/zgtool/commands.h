@@ -17,5 +17,9 @@ int runParallel(const QStringList &args);
 int runWave(const QStringList &args);
 int runHandDrawn(const QStringList &args);
 int runNoise(const QStringList &args);
+// Flattening, simplification and the curve stepper.
+int runFlatten(const QStringList &args);
+int runSimplify(const QStringList &args);
+int runStep(const QStringList &args);
 
 #endif

@@ -56,6 +56,16 @@ const char *const kUsage =
     "                         the wavy line of the given kind\n"
     "  handdrawn PATH [--amplitude A] [--step S]\n"
     "                         a hand-drawn copy of PATH\n"
+    "  flatten PATH [--flatness F]\n"
+    "                         replace curves by chords within F (default 1)\n"
+    "  simplify PATH [--tolerance T]\n"
+    "                         fit few cubics through the points of PATH; T is\n"
+    "                         truncated to an integer and bounds the squared miss\n"
+    "                         (default 2.5)\n"
+    "  step PATH [--scale S] [--at X Y]\n"
+    "                         walk the first cubic of PATH in steps (S steps per\n"
+    "                         unit of control-polygon length, default 1) and print\n"
+    "                         the points; with --at the nearest step and the split\n"
     "  noise [--width W] [--height H] [--png FILE]\n"
     "                         a noise curve drawn into an image (default\n"
     "                         zgtool-noise.png)\n"
@@ -93,16 +103,20 @@ int runSamples(const QStringList &args)
         base.chop(4);
     const QString intersectionFile = base + QStringLiteral("-intersections.png");
     const QString effectFile = base + QStringLiteral("-effects.png");
+    const QString flattenFile = base + QStringLiteral("-flatten.png");
     if (!renderGrid(samples, QStringLiteral("zgraphics drawing paths"), fileName)
             || !renderGrid(intersectionSamples(),
                            QStringLiteral("intersections (marked) and bounds (dashed)"),
                            intersectionFile)
             || !renderGrid(effectSamples(), QStringLiteral("line-shape effects (source in grey)"),
-                           effectFile)) {
+                           effectFile)
+            || !renderGrid(flattenSamples(),
+                           QStringLiteral("flattening, simplification (source in grey), stepping"),
+                           flattenFile)) {
         std::fprintf(stderr, "zgtool: cannot write %s\n", qPrintable(fileName));
         return 1;
     }
-    for (const QString &picture : {fileName, intersectionFile, effectFile})
+    for (const QString &picture : {fileName, intersectionFile, effectFile, flattenFile})
         std::fprintf(stdout, "# picture: %s\n", qPrintable(picture));
     return 0;
 }
@@ -151,5 +165,11 @@ int main(int argc, char **argv)
         return runHandDrawn(args);
     if (command == QLatin1String("noise"))
         return runNoise(args);
+    if (command == QLatin1String("flatten"))
+        return runFlatten(args);
+    if (command == QLatin1String("simplify"))
+        return runSimplify(args);
+    if (command == QLatin1String("step"))
+        return runStep(args);
     return usageError(QStringLiteral("unknown command '%1'").arg(command));
 }

@@ -38,6 +38,10 @@ QVector<Sample> intersectionSamples();
 // at several distances, each wave kind, a hand-drawn line, a noise image.
 QVector<Sample> effectSamples();
 
+// A curve flattened at three flatnesses, a freehand stroke and its
+// simplification at two tolerances, and a stepped cubic with its points.
+QVector<Sample> flattenSamples();
+
 // The crossings of path with other (or with itself if other is null), as
 // (this-side location, partner) point pairs' first points; prints each
 // location to out if out is not null.
