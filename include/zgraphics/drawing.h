@@ -387,14 +387,17 @@ public:
     int backPtAtDist(double dist);
     // Splits by de Casteljau's construction with reversed weights (each new
     // point is t times the earlier point plus 1 - t times the later one), so
-    // t 1 falls on the start and t 0 on the end, after the down-counting
-    // index. first gets start, the first points of the three stages; second
-    // the split point, the last points of the second and first stages, end.
-    // Each needs room for four points. With t outside 0 to 1 (or NaN), or a
-    // null array, nothing is written and the result is false; else true.
+    // that t 1 falls on the start and t 0 on the end, as the step index
+    // counts down. first gets the start and the first points of the three
+    // stages; second the split point, the last points of the second and
+    // first stages, and the end. Each needs room for four points. With t
+    // outside 0 to 1 (or NaN), or a null array, nothing is written and the
+    // result is false; else true.
     bool splitcurve(QPointF *first, QPointF *second, double t);
     // Splits at t = getstep(x, y) / stepCount; false, writing nothing, when
-    // getstep gives -1.
+    // getstep gives -1. Since the index of walk point k is stepCount - 1 - k,
+    // the split falls one step past the point found, at curve time
+    // (k + 1) / stepCount.
     bool splitcurve(QPointF *first, QPointF *second, double x, double y);
 
 private:

@@ -774,13 +774,16 @@ public:
     // zgCurve::isFlatEnough), at a straight piece, or at 1/256 of the curve:
     // a flatness of 0 cuts each curved curve into 256 chords. Straight curves
     // stay one chord. Chords of zero length are dropped, so coincident
-    // neighbours merge and a contour of such chords only ends up empty. The
-    // new segments have no handles; the closed flag stays.
+    // neighbours merge, and a contour whose chords all have zero length ends
+    // up empty. The new segments have no handles; the closed flag stays.
+    // flatness is used as given: a negative one acts as its magnitude, and
+    // with NaN no piece is flat enough, so only straight pieces and the
+    // 1/256 limit stop the halving.
     void flatten(double flatness);
     // Replaces the segments by cubics fitted through their points within
     // tolerance (zgSegmentFitter). False, with the contour unchanged, if the
     // fit gives nothing: an empty contour, or a closed one of coincident
-    // points.
+    // points with a tolerance of 1 or more (below 1 one segment is left).
     bool simplify(double tolerance);
 
     void addFlags(uint32_t bits) { flags |= bits; }
@@ -949,7 +952,7 @@ private:
     static void addSquareCap(zgSegment *segment, zgCap cap, double radius, zgMatrix *matrix,
                              zgMatrix *strokeMatrix, std::function<void(zgPoint)> addPoint,
                              bool area);
-    // Appends to parts the leaves of the flattening walk of values, the
+    // Flattening: appends to parts the leaves of the walk of values, the
     // curve at index, over its times t1 to t2; length is the running sum of
     // the chords. Leaves of zero chord length are left out.
     static void addFlatParts(QVector<zgFlatPart> &parts, double &length, double flatness,
