@@ -366,4 +366,113 @@ private:
                     bool outerOnly, int &cursor, QList<QPointF> &endPoints);
 };
 
+// Curve stepper ---------------------------------------------------------------
+//
+// Walks one cubic Bezier curve in equal parameter steps by forward
+// differencing: three additions per axis and step, no square root, no
+// division, no allocation. The four points are stored as start, end,
+// control1, control2; every operation takes them in curve order (start,
+// control1, control2, end).
+//
+// The step counter counts down. A forward walk starts at step == stepCount
+// and ends at step == -1; the index that the searches return is the counter
+// after its decrement, so the start point has index stepCount - 1 and the
+// end point -1, which is also the answer "not found".
+//
+// Only init sets the differences. vertex and the three searches advance them
+// and nothing rewinds them, so a second walk or search without init goes on
+// from where the last one stopped, with a restarted counter, and gives points
+// off the curve. Call init again for a fresh walk.
+class ZG_EXPORT ZDCurve
+{
+public:
+    int32_t stepCount = 0; // steps of the walk, at least 2 after init
+    int32_t step = 0;      // the walk's counter
+    double scale = 1.0;    // steps per unit of control-polygon length
+    // The members below are not set by the default constructor; they read
+    // as 0 until init.
+    double start[2] = {0.0, 0.0};
+    double end[2] = {0.0, 0.0};
+    double control1[2] = {0.0, 0.0};
+    double control2[2] = {0.0, 0.0};
+    double fx = 0.0, fy = 0.0;       // current point of the forward differences
+    double dfx = 0.0, dfy = 0.0;     // first difference
+    double ddfx = 0.0, ddfy = 0.0;   // second difference
+    double dddfx = 0.0, dddfy = 0.0; // third difference, constant over a walk
+    // The starting values of the six moving members, written by init and
+    // read by nothing.
+    double savedFx = 0.0, savedFy = 0.0, savedDfx = 0.0, savedDfy = 0.0, savedDdfx = 0.0,
+           savedDdfy = 0.0;
+
+    ZDCurve() {}
+    // Scale 1.0, then init.
+    ZDCurve(double x1, double y1, double x2, double y2, double x3, double y3, double x4,
+            double y4);
+    // Scale 1.5, then init: the point form steps more finely.
+    ZDCurve(QPointF p1, QPointF p2, QPointF p3, QPointF p4);
+    ZDCurve(const ZDCurve &other) = default;
+    ZDCurve(ZDCurve &&other) = default;
+    // Both copy every member.
+    ZDCurve &operator=(const ZDCurve &other) = default;
+    ZDCurve &operator=(ZDCurve &&other) = default;
+
+    // Prepares a walk of the curve (points in curve order) with the current
+    // scale: stepCount is the control polygon's length times scale,
+    // truncated, and at least 2 (also when that product is NaN); a product
+    // beyond the int range saturates at INT_MAX - 1, so that the up-counting
+    // walk can still pass it.
+    void init(double x1, double y1, double x2, double y2, double x3, double y3, double x4,
+              double y4);
+    void init(QPointF p1, QPointF p2, QPointF p3, QPointF p4);
+    // A new scale takes effect at the next init.
+    void approximation_scale(double s) { scale = s; }
+    double approximation_scale() const { return scale; }
+    int stepNum() const { return stepCount; }
+    // Clears the counters only: stepCount 0, step -1.
+    void reset();
+
+    // The next point of the forward walk into x and y (a null pointer is not
+    // written), which gives stepCount + 1 points, the two ends exactly.
+    // False once step is negative.
+    bool vertex(double *x, double *y);
+    // The walk backwards through the differences on a counter that counts
+    // up: step 0 gives the start, step == stepCount the end, any other step
+    // takes the differences back once (f -= df, df -= ddf, ddf -= dddf) and
+    // gives f. False once step is above stepCount. These tests do not order
+    // the points along the curve: right after init one call gives the end and
+    // the next returns false.
+    bool vertexn(QPointF &p);
+    // Walks from the start and returns the index of the first step point
+    // with the smallest Manhattan distance to (x, y), if that distance is
+    // below 4.0; else -1 (a match on the end point also reads -1).
+    int getstep(double x, double y);
+    // The index of the step point, start skipped, whose squared distance to
+    // the start is nearest to dist squared, among the points whose Manhattan
+    // distance to the start lies strictly between dist and 2 dist; -1 if none.
+    int frontPtAtDist(double dist);
+    // The same with distances to the end, the start not skipped.
+    int backPtAtDist(double dist);
+    // Splits by de Casteljau's construction with reversed weights (each new
+    // point is t times the earlier point plus 1 - t times the later one), so
+    // that t 1 falls on the start and t 0 on the end, as the step index
+    // counts down. first gets the start and the first points of the three
+    // stages; second the split point, the last points of the second and
+    // first stages, and the end. Each needs room for four points. With t
+    // outside 0 to 1 (or NaN), or a null array, nothing is written and the
+    // result is false; else true.
+    bool splitcurve(QPointF *first, QPointF *second, double t);
+    // Splits at t = getstep(x, y) / stepCount; false, writing nothing, when
+    // getstep gives -1. Since the index of walk point k is stepCount - 1 - k,
+    // the split falls one step past the point found, at curve time
+    // (k + 1) / stepCount.
+    bool splitcurve(QPointF *first, QPointF *second, double x, double y);
+
+private:
+    // One forward step of the differences.
+    void advance();
+    // Walks the rest of the curve from the current counter and returns the
+    // index of the point best at dist from anchor (see frontPtAtDist).
+    int indexAtDist(const double *anchor, double dist);
+};
+
 #endif // ZGRAPHICS_DRAWING_H

@@ -23,6 +23,7 @@
 #include <zgraphics/primitives.h>
 
 #include <QtCore/QList>
+#include <QtCore/QPair>
 #include <QtCore/QVector>
 
 class zgSegment;
@@ -580,6 +581,87 @@ public:
 
 // Winding records ------------------------------------------------------------
 //
+// Flattening and simplification ---------------------------------------------
+
+// One leaf of the flattening walk of a contour: a piece of one curve that is
+// flat enough, or short enough, to stand for its chord.
+class ZG_EXPORT zgFlatPart
+{
+public:
+    double offset = 0.0;    // running length of the chords up to and including this part
+    QVector<double> values; // the piece's 8 curve values
+    int32_t index = 0;      // index of the curve's first segment
+    double time = 0.0;      // end of the piece's span on its curve
+
+    zgFlatPart() = default;
+    zgFlatPart(double offset, const QVector<double> &values, int32_t index, double time)
+        : offset(offset), values(values), index(index), time(time) {}
+};
+
+// The least-squares fitter behind simplify(): cubics through the points of a
+// contour, each range split at its worst point until a trial curve passes
+// within the error. A curve is four absolute points: start, first control
+// point, second control point, end.
+//
+// Three properties are deliberate: the tolerance is truncated to an int (so
+// any tolerance below 1.0 accepts no trial curve and the fit runs down to
+// pairs of points), the squared distance of the worst point is compared with
+// that error as it stands, and equal distances let the later point win.
+class ZG_EXPORT zgSegmentFitter
+{
+public:
+    QVector<zgPoint> points;     // the points to fit
+    bool closed = false;         // the contour is closed
+    QList<zgSegment *> segments; // the result of the running fit, count 0 each
+
+    // Takes the contour's points, dropping each one within 1e-12 in both x
+    // and y of the last point kept. For a closed contour a copy of the last
+    // point goes in front and a copy of the first at the end, so the loop is
+    // fitted with one point of overlap at each end.
+    explicit zgSegmentFitter(const zgPath *path);
+
+    // Fits the points within tolerance and returns the new segments (count
+    // 0, no contour), which the caller adopts or releases. No points give an
+    // empty list; on a closed contour the first and the last segment of the
+    // fit are released and left out. A NaN tolerance counts as 0, and one
+    // beyond the int range as the nearest int.
+    QList<zgSegment *> fit(double tolerance);
+    // Appends to segments the cubics through points first to last, leaving
+    // along tan1 and arriving against tan2. A range of two points is one
+    // curve with handles of a third of the chord along the tangents (zero
+    // handles for zero tangents). A longer range is parameterised by chord
+    // length and tried with up to five least-squares curves, each accepted if
+    // its worst squared distance lies below error; otherwise it is split at
+    // the worst point and both halves are fitted. A worst point that is no
+    // interior point (only when every distance is NaN) splits at the middle.
+    void fitRange(int error, int first, int last, const zgPoint &tan1, const zgPoint &tan2);
+    // Cumulative chord lengths of points first to last, divided by the total:
+    // m + 1 values from 0 to 1 (NaN for a range of zero length).
+    QVector<double> parameterizeByChord(int first, int last) const;
+    // The cubic from points[first] to points[last] with handles along tan1
+    // and tan2 whose lengths solve the least-squares system at the
+    // parameters u; handles of a third of the chord when that fails.
+    QVector<zgPoint> generateCurve(int first, int last, const QVector<double> &u,
+                                   const zgPoint &tan1, const zgPoint &tan2) const;
+    // The interior point farthest from curve, as (index, squared distance);
+    // the later point wins a tie. The index starts at (last - first + 1) / 2,
+    // not offset by first, and stands if no distance reaches 0.
+    QPair<int, double> findMaxError(int first, int last, const QVector<zgPoint> &curve,
+                                    const QVector<double> &u) const;
+    // One Newton step for each parameter; false if the parameters no longer
+    // increase strictly.
+    bool reparameterize(int first, int last, QVector<double> &u,
+                        const QVector<zgPoint> &curve) const;
+    // u moved by one Newton step toward the curve point nearest to point;
+    // u itself where the step's denominator is below 1e-06.
+    static double newtonStep(const QVector<zgPoint> &curve, const zgPoint &point, double u);
+    // Sets the handle-out of the last segment to the curve's first handle and
+    // appends a segment at its end with the second handle as handle-in (after
+    // a segment at the curve's start if the result is still empty).
+    void addCurve(const QVector<zgPoint> &curve);
+};
+// ------------------------------------ end of flattening and simplification
+
 // One y-monotone piece of a contour, a plain heap record of the winding code.
 // Whoever holds the list that a getMonoCurves() returned deletes its records.
 class ZG_EXPORT zgMono
@@ -717,6 +799,25 @@ public:
     void remove();
     // Transforms every segment in place; curves are not told. Always true.
     bool transformContent(const zgMatrix *matrix);
+
+    // Flattening and simplification.
+    //
+    // Replaces every curve by chords of the pieces of a recursive halving
+    // that stops at a piece within flatness of its chord (see
+    // zgCurve::isFlatEnough), at a straight piece, or at 1/256 of the curve:
+    // a flatness of 0 cuts each curved curve into 256 chords. Straight curves
+    // stay one chord. Chords of zero length are dropped, so coincident
+    // neighbours merge, and a contour whose chords all have zero length ends
+    // up empty. The new segments have no handles; the closed flag stays.
+    // flatness is used as given: a negative one acts as its magnitude, and
+    // with NaN no piece is flat enough, so only straight pieces and the
+    // 1/256 limit stop the halving.
+    void flatten(double flatness);
+    // Replaces the segments by cubics fitted through their points within
+    // tolerance (zgSegmentFitter). False, with the contour unchanged, if the
+    // fit gives nothing: an empty contour, or a closed one of coincident
+    // points with a tolerance of 1 or more (below 1 one segment is left).
+    bool simplify(double tolerance);
 
     void addFlags(uint32_t bits) { flags |= bits; }
     void removeFlags(uint32_t bits) { flags &= ~bits; }
@@ -868,6 +969,7 @@ public:
 
 private:
     friend class zgBoundsInternals;
+    friend class zgFlattenInternals;
     friend class XPath; // the whole-path rejection of the intersection sweep
 
     // Tight bounds of the curves between the segments (and from the last to
@@ -957,6 +1059,11 @@ private:
     // caps.
     class StrokeHit;
     // ------------------------------------------------------ end of hit test
+    // Flattening: appends to parts the leaves of the walk of values, the
+    // curve at index, over its times t1 to t2; length is the running sum of
+    // the chords. Leaves of zero chord length are left out.
+    static void addFlatParts(QVector<zgFlatPart> &parts, double &length, double flatness,
+                             QVector<double> values, int index, double t1, double t2);
 };
 
 // A compound path: an ordered list of counted contours. Not itself counted:
@@ -1042,6 +1149,10 @@ public:
 
     // Smoothing: zgPath::smooth with the same arguments on every child.
     void smooth(int type, double factor, int from, int to);
+    // zgPath::flatten on every child.
+    void flatten(double flatness);
+    // Fits every child as zgPath::simplify does; true if any child changed.
+    bool simplify(double tolerance);
 
 private:
     friend class XPathInternals;

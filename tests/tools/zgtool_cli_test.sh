@@ -36,6 +36,7 @@ contains out.txt "# rectangles: 11 elements" "default run prints element lists"
 run "help" 0 --help
 for c in samples measure reverse shorten convert intersect self bounds round parallel wave handdrawn noise fit bspline; do contains out.txt "$c" "help documents $c"; done
 for c in samples measure reverse shorten convert intersect self bounds round parallel wave handdrawn noise smooth knots thick; do contains out.txt "$c" "help documents $c"; done
+for c in samples measure reverse shorten convert intersect self bounds round parallel wave handdrawn noise flatten simplify step; do contains out.txt "$c" "help documents $c"; done
 
 run "measure" 0 measure "M0 0 L100 0 L100 100" --at-fraction 0.25 --png m.png --svg m.svg
 contains out.txt "^length 200$" "measure prints the length"
@@ -164,6 +165,28 @@ run "contains bad point" 2 contains "M0 0 L1 1" --point 1 x
 contains err.txt "not a finite point" "contains names a bad point"
 run "contains bad path" 1 contains "M0 0 L" --point 1 1
 
+run "flatten" 0 flatten "M0 0 C 30 100 70 -100 100 0" --flatness 5 --png f.png --svg f.svg
+contains out.txt "^M 0 0 L 11.6796875 24.609375 L 24.0625 28.125 L 50 0 L " "flatten prints the chords"
+[ -s f.png ] && [ -s f.svg ]; check "flatten draws source and result" $?
+run "flatten keeps lines" 0 flatten "M0 0 L 100 0 L 100 100" --flatness 0
+contains out.txt "^M 0 0 L 100 0 L 100 100$" "flatten keeps straight curves as one chord"
+run "simplify" 0 simplify "M0 0 L 3 4 L 6 6 L 10 7 L 13 6 L 16 4 L 19 0" --tolerance 3 --png sf.png
+contains out.txt "^M 0 0 C .* 19 0$" "simplify fits cubics through the points"
+[ -s sf.png ]; check "simplify draws source and result" $?
+run "simplify keeps points below 1" 0 simplify "M0 0 L 5 5 L 10 0" --tolerance 0.5
+contains out.txt "^M 0 0 C .* 5 5 C .* 10 0$" "simplify below 1 keeps every point"
+run "simplify closed dot" 0 simplify "M1 1 L 1 1 Z" --tolerance 3
+contains err.txt "no contour changed" "simplify reports an unchanged path"
+run "step" 0 step "M0 0 C 30 40 80 40 110 0" --scale 0.05 --at 46 29 --png st.png
+contains out.txt "^steps 7$" "step prints the step count"
+contains out.txt "^point 110 0$" "step prints the walk's end exactly"
+contains out.txt "^nearest-step 3$" "step finds the nearest step"
+contains out.txt "^first M 0 0 C " "step prints the split"
+[ -s st.png ]; check "step draws the walk and the split" $?
+run "step out of reach" 0 step "M0 0 C 30 40 80 40 110 0" --at 500 500
+contains out.txt "^nearest-step -1$" "step reports a point out of reach"
+[ -s s-flatten.png ]; check "samples writes the flattening page" $?
+
 # Bad input: one line naming the position, non-zero exit code.
 run "malformed data" 1 convert "M 1 2 L 3"
 contains err.txt "position 10" "malformed data names the position"
@@ -192,6 +215,10 @@ run "bad wave option" 2 wave "M0 0 L1 1" --kind x
 run "bad thick option" 2 thick "M0 0 L1 1" --step x
 run "bad smooth option" 2 smooth "M0 0 L1 1" --type
 run "unknown knots option" 2 knots "M0 0 L1 1" --bogus
+run "step without a cubic" 1 step "M0 0 L 10 10"
+contains err.txt "holds no cubic" "step needs a cubic"
+run "step with one coordinate" 2 step "M0 0 C 1 1 2 2 3 3" --at 5
+run "bad flatness" 2 flatten "M0 0 L1 1" --flatness nan
 run "unwritable picture" 1 measure "M0 0 L1 1" --png /nonexistent/dir/x.png
 
 echo "$passed passed, $failed failed"

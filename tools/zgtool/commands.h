@@ -39,5 +39,9 @@ int runContains(const QStringList &args);
 int runSmooth(const QStringList &args);
 int runKnots(const QStringList &args);
 int runThick(const QStringList &args);
+// Flattening, simplification and the curve stepper.
+int runFlatten(const QStringList &args);
+int runSimplify(const QStringList &args);
+int runStep(const QStringList &args);
 
 #endif

@@ -74,6 +74,16 @@ const char *const kUsage =
     "  thick PATH [--start W] [--end W] [--step S]\n"
     "                         the outline of a stroke tapering from half width W to\n"
     "                         W along the first contour, curves sampled every S\n"
+    "  flatten PATH [--flatness F]\n"
+    "                         replace curves by chords within F (default 1)\n"
+    "  simplify PATH [--tolerance T]\n"
+    "                         fit few cubics through the points of PATH; T is\n"
+    "                         truncated to an integer and bounds the squared miss\n"
+    "                         (default 2.5)\n"
+    "  step PATH [--scale S] [--at X Y]\n"
+    "                         walk the first cubic of PATH in steps (S steps per\n"
+    "                         unit of control-polygon length, default 1) and print\n"
+    "                         the points; with --at the nearest step and the split\n"
     "  noise [--width W] [--height H] [--png FILE]\n"
     "                         a noise curve drawn into an image (default\n"
     "                         zgtool-noise.png)\n"
@@ -134,6 +144,8 @@ int runSamples(const QStringList &args)
          QStringLiteral("spline fitting (points and polygons in grey)"), fittingSamples},
         {QStringLiteral("-smoothing"),
          QStringLiteral("smoothing, knot paths and tapered strokes (source in grey)"), smoothingSamples},
+        {QStringLiteral("-flatten"),
+         QStringLiteral("flattening, simplification (source in grey), stepping"), flattenSamples},
     };
     QStringList pictures{fileName};
     bool written = renderGrid(samples, QStringLiteral("zgraphics drawing paths"), fileName);
@@ -207,5 +219,11 @@ int main(int argc, char **argv)
         return runKnots(args);
     if (command == QLatin1String("thick"))
         return runThick(args);
+    if (command == QLatin1String("flatten"))
+        return runFlatten(args);
+    if (command == QLatin1String("simplify"))
+        return runSimplify(args);
+    if (command == QLatin1String("step"))
+        return runStep(args);
     return usageError(QStringLiteral("unknown command '%1'").arg(command));
 }

@@ -48,6 +48,9 @@ QVector<Sample> windingSamples();
 // tapered strokes (widening, narrowing to a point, constant) on a straight
 // line, a curve and a zigzag.
 QVector<Sample> smoothingSamples();
+// A curve flattened at three flatnesses, a freehand stroke and its
+// simplification at two tolerances, and a stepped cubic with its points.
+QVector<Sample> flattenSamples();
 
 // The crossings of path with other (or with itself if other is null), as
 // (this-side location, partner) point pairs' first points; prints each
