@@ -206,12 +206,12 @@ int clipStep(ClipSearch &search, const Values &v1, const Values &v2, double tMin
         return calls;
 
     const double tMinClip = clipHull(top, bottom, dMin, dMax);
-    if (qIsNaN(tMinClip))
+    if (std::isnan(tMinClip))
         return calls;
     top.reverse();
     bottom.reverse();
     const double tMaxClip = clipHull(top, bottom, dMin, dMax);
-    if (qIsNaN(tMaxClip))
+    if (std::isnan(tMaxClip))
         return calls;
 
     const double tMinNew = tMinClip * (tMax - tMin) + tMin;
