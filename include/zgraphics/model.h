@@ -1156,10 +1156,12 @@ public:
 
 private:
     friend class XPathInternals;
+    friend class zgSweepOrderInternals; // the sweep against a walk over all pairs
 
     // All intersections between this compound and other, or within this one
     // if other is null or this. Paths whose bounds don't touch give an empty
-    // list at once; otherwise every pair of curves is tried. The result is
+    // list at once; otherwise every pair of curves whose boxes touch is
+    // tried, in the order of two nested loops over all pairs. The result is
     // sorted within each contour of this compound (path id, then index plus
     // time), the contours following in order. With firstOnly the call returns
     // what the self-intersection of the first curve found, before any pair

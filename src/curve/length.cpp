@@ -4,6 +4,7 @@
 
 #include <zgraphics/model.h>
 
+#include <algorithm>
 #include <cmath>
 
 std::function<double(double)> zgCurve::_getLengthIntegrand(QVector<double> values)
@@ -88,6 +89,36 @@ double zgCurve::getTimeAt(QVector<double> values, double offset, double start)
                                32, 1e-12);
 }
 
+namespace {
+
+// Whether point lies so far outside the box of the control points that no
+// point of the curve, as evaluated, comes within 2e-07 of it. The curve lies
+// in that box, and its evaluation strays from it by rounding only, far less
+// than 1e-10 of the largest value. A NaN value or coordinate never tells.
+bool farOutsideControlBox(const zgCurveValues &v, const zgPoint &point)
+{
+    const double xs[4] = { v.x0, v.x1, v.x2, v.x3 };
+    const double ys[4] = { v.y0, v.y1, v.y2, v.y3 };
+    double minX = xs[0], maxX = xs[0], minY = ys[0], maxY = ys[0];
+    double largest = 0.0;
+    for (int k = 0; k < 4; ++k) {
+        if (qIsNaN(xs[k]) || qIsNaN(ys[k]))
+            return false;
+        minX = std::min(minX, xs[k]);
+        maxX = std::max(maxX, xs[k]);
+        minY = std::min(minY, ys[k]);
+        maxY = std::max(maxY, ys[k]);
+        largest = std::max({ largest, std::fabs(xs[k]), std::fabs(ys[k]) });
+    }
+    // 2e-07: the tolerance of the root test below, widened by the rounding
+    // of the evaluation.
+    const double margin = 2e-07 + 1e-10 * largest;
+    return point.x < minX - margin || point.x > maxX + margin || point.y < minY - margin
+            || point.y > maxY + margin;
+}
+
+} // namespace
+
 double zgCurve::getTimeOf(QVector<double> values, const zgPoint &point)
 {
     const zgCurveValues v(values);
@@ -98,6 +129,9 @@ double zgCurve::getTimeOf(QVector<double> values, const zgPoint &point)
         return 0.0;
     if (point.isClose(end, 1e-12))
         return 1.0;
+    // Far from the curve neither a root nor an end point comes close.
+    if (farOutsideControlBox(v, point))
+        return -100.0;
 
     // Solve x first, then y; the first root whose curve point lies within
     // 2e-07 of the point wins.

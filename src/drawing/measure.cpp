@@ -4,6 +4,8 @@
 
 #include <QtCore/qnumeric.h>
 
+#include <algorithm>
+
 namespace {
 
 zgPoint noPoint()
@@ -11,25 +13,42 @@ zgPoint noPoint()
     return zgPoint(qQNaN(), qQNaN());
 }
 
-} // namespace
-
-double ZDPath::getLength()
+double totalLength(const QList<zgCurve *> &curves)
 {
-    XPath xpath;
-    toXPath(xpath, 0);
     double sum = 0.0;
-    for (zgCurve *curve : xpath.getCurves()) {
+    for (zgCurve *curve : curves) {
         if (curve)
             sum += curve->getLength();
     }
     return sum;
 }
 
-double ZDPath::getLength(const zgPoint &point)
+// The offset of target into a curve of the given length that starts at sum.
+// Rounding can put target - sum a little past the curve's end on a long path
+// even where target <= sum + length; the end is meant there, so the offset
+// is held to the length, which the curve takes as its end exactly.
+double offsetInto(double target, double sum, double length)
 {
-    XPath xpath;
-    toXPath(xpath, 0);
-    const QList<zgCurve *> curves = xpath.getCurves();
+    return std::min(target - sum, length);
+}
+
+// Whether a second clean-up would change a list that toXPath has cleaned
+// once. It does only in a few degenerate orders (a move closed at once
+// before other elements), and there a second conversion sees other curves
+// than the first. Tried on a shared copy, which stays shared unless changed.
+bool cleanUpWouldChange(const ZDPath &path)
+{
+    ZDPath probe(path);
+    const bool startsWithMove = probe.elements.isEmpty()
+            || probe.elements.constFirst().type == ZDMoveToElement;
+    probe.cleanUp();
+    return !startsWithMove || probe.elements.size() != path.elements.size();
+}
+
+// Length from the start of the curves to point on the first curve that
+// holds it; -1.0 if none does.
+double lengthTo(const QList<zgCurve *> &curves, const zgPoint &point)
+{
     if (curves.isEmpty())
         return -1.0;
     double sum = 0.0;
@@ -42,6 +61,22 @@ double ZDPath::getLength(const zgPoint &point)
         sum += curve->getLength();
     }
     return -1.0;
+}
+
+} // namespace
+
+double ZDPath::getLength()
+{
+    XPath xpath;
+    toXPath(xpath, 0);
+    return totalLength(xpath.getCurves());
+}
+
+double ZDPath::getLength(const zgPoint &point)
+{
+    XPath xpath;
+    toXPath(xpath, 0);
+    return lengthTo(xpath.getCurves(), point);
 }
 
 double ZDPath::getPathProportionFromPoint(const zgPoint &point)
@@ -68,16 +103,26 @@ zgPoint ZDPath::getPointAt(double t)
 {
     if (!(t >= 0.0 && t <= 1.0))
         return noPoint();
-    const double target = getLength() * t;
     XPath xpath;
     toXPath(xpath, 0);
+    const double target = totalLength(xpath.getCurves()) * t;
+    // The walk runs on a conversion of the list as a second toXPath would
+    // clean it; mostly the one just made.
+    const bool otherCurves = cleanUpWouldChange(*this);
+    if (otherCurves)
+        toXPath(xpath, 0);
+    // The whole length ends where the curve that reaches it ends, however
+    // the sums rounded on the way.
+    const bool wholeLength = t == 1.0 && !otherCurves;
     double sum = 0.0;
     for (zgCurve *curve : xpath.getCurves()) {
         if (!curve)
             continue;
         const double length = curve->getLength();
-        if (target <= sum + length)
-            return curve->getPointAt(target - sum, false);
+        if (target <= sum + length) {
+            const double offset = wholeLength ? length : offsetInto(target, sum, length);
+            return curve->getPointAt(offset, false);
+        }
         sum += length;
     }
     return noPoint();
@@ -135,18 +180,22 @@ zgPoint ZDPath::getNearestPoint(const zgPoint &point)
 
 zgPoint ZDPath::getTangentAt(const zgPoint &point)
 {
-    const double length = getLength(point);
-    if (length == -1.0)
-        return noPoint();
     XPath xpath;
     toXPath(xpath, 0);
+    const double length = lengthTo(xpath.getCurves(), point);
+    if (length == -1.0)
+        return noPoint();
+    // The walk runs on a conversion of the list as a second toXPath would
+    // clean it; mostly the one just made.
+    if (cleanUpWouldChange(*this))
+        toXPath(xpath, 0);
     double sum = 0.0;
     for (zgCurve *curve : xpath.getCurves()) {
         if (!curve)
             continue;
         const double curveLength = curve->getLength();
         if (sum + curveLength >= length)
-            return curve->getTangentAt(length - sum, false);
+            return curve->getTangentAt(offsetInto(length, sum, curveLength), false);
         sum += curveLength;
     }
     return noPoint();

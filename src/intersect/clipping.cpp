@@ -5,17 +5,13 @@
 #include <QtCore/qnumeric.h>
 
 #include <algorithm>
+#include <array>
+#include <cmath>
 
 namespace {
 
 // The time that means "none".
 const double kNoTime = -100.0;
-
-// Signed distance of (x, y) from the baseline through the end points of v.
-double baselineDistance(const QVector<double> &v, double x, double y)
-{
-    return zgLine::getSignedDistance(v.at(0), v.at(1), v.at(6), v.at(7), x, y, false);
-}
 
 // The distance of the first point of a hull chain; NaN if there is none.
 double firstDistance(const QVector<QVector<double>> &chain)
@@ -25,9 +21,240 @@ double firstDistance(const QVector<QVector<double>> &chain)
     return chain.first().at(1);
 }
 
-void reversePoints(QVector<QVector<double>> &chain)
+// The clipping recursion works on plain arrays, so that a step allocates
+// nothing; every value is computed by the same operations in the same order
+// as by the static functions on vectors (getConvexHull, clipConvexHull,
+// getPart, subdivide), which stay the reference.
+typedef std::array<double, 8> Values;
+
+Values valuesOf(const QVector<double> &v)
 {
-    std::reverse(chain.begin(), chain.end());
+    Values values;
+    std::copy(v.constBegin(), v.constBegin() + 8, values.begin());
+    return values;
+}
+
+QVector<double> vectorOf(const Values &v)
+{
+    return QVector<double>(v.begin(), v.end());
+}
+
+// zgLine::getSignedDistance from the line through the end points of v, as
+// a point, with the square root taken once for all the points measured.
+class Baseline
+{
+public:
+    explicit Baseline(const Values &v)
+        : m_px(v[0]), m_py(v[1]), m_vx(v[6] - v[0]), m_vy(v[7] - v[1]),
+          m_length(m_vx == 0.0 || m_vy == 0.0 ? 0.0 : std::sqrt(m_vx * m_vx + m_vy * m_vy))
+    {
+    }
+
+    double distance(double x, double y) const
+    {
+        if (m_vx == 0.0)
+            return m_vy > 0.0 ? x - m_px : m_px - x;
+        if (m_vy == 0.0)
+            return m_vx >= 0.0 ? m_py - y : y - m_py;
+        return ((x - m_px) * m_vy - (y - m_py) * m_vx) / m_length;
+    }
+
+private:
+    double m_px, m_py, m_vx, m_vy, m_length;
+};
+
+// One chain of the hull of the distance function: up to four (time,
+// distance) points.
+struct Chain
+{
+    double t[4];
+    double d[4];
+    int size;
+
+    void reverse()
+    {
+        std::reverse(t, t + size);
+        std::reverse(d, d + size);
+    }
+};
+
+// getConvexHull: top is the upper chain.
+void convexHull(double dq0, double dq1, double dq2, double dq3, Chain &top, Chain &bottom)
+{
+    const double t1 = 1.0 / 3.0;
+    const double t2 = 2.0 / 3.0;
+    const double dist1 = dq1 - (2.0 * dq0 + dq3) / 3.0;
+    const double dist2 = dq2 - (dq0 + 2.0 * dq3) / 3.0;
+    if (dist1 * dist2 < 0.0) {
+        top = { { 0.0, t1, 1.0 }, { dq0, dq1, dq3 }, 3 };
+        bottom = { { 0.0, t2, 1.0 }, { dq0, dq2, dq3 }, 3 };
+    } else {
+        const double ratio = dist1 / dist2;
+        if (ratio >= 2.0)
+            top = { { 0.0, t1, 1.0 }, { dq0, dq1, dq3 }, 3 };
+        else if (ratio <= 0.5)
+            top = { { 0.0, t2, 1.0 }, { dq0, dq2, dq3 }, 3 };
+        else
+            top = { { 0.0, t1, t2, 1.0 }, { dq0, dq1, dq2, dq3 }, 4 };
+        bottom = { { 0.0, 1.0 }, { dq0, dq3 }, 2 };
+    }
+    if (dist1 < 0.0 || (dist1 == 0.0 && dist2 < 0.0))
+        std::swap(top, bottom);
+}
+
+// clipConvexHullPart.
+double clipChain(const Chain &part, bool top, double threshold)
+{
+    double px = part.t[0];
+    double py = part.d[0];
+    for (int i = 1; i < part.size; ++i) {
+        const double qx = part.t[i];
+        const double qy = part.d[i];
+        const bool reached = top ? !(qy < threshold) : !(qy > threshold);
+        if (reached) {
+            if (qy == threshold)
+                return qx;
+            return (qx - px) * (threshold - py) / (qy - py) + px;
+        }
+        px = qx;
+        py = qy;
+    }
+    return qQNaN();
+}
+
+// clipConvexHull.
+double clipHull(const Chain &top, const Chain &bottom, double dMin, double dMax)
+{
+    if (top.d[0] < dMin)
+        return clipChain(top, true, dMin);
+    if (bottom.d[0] > dMax)
+        return clipChain(bottom, false, dMax);
+    return top.t[0];
+}
+
+// subdivide, both halves.
+void halve(const Values &v, double t, Values &before, Values &after)
+{
+    const double u = 1.0 - t;
+    const double x4 = u * v[0] + t * v[2], y4 = u * v[1] + t * v[3];
+    const double x5 = u * v[2] + t * v[4], y5 = u * v[3] + t * v[5];
+    const double x6 = u * v[4] + t * v[6], y6 = u * v[5] + t * v[7];
+    const double x7 = u * x4 + t * x5, y7 = u * y4 + t * y5;
+    const double x8 = u * x5 + t * x6, y8 = u * y5 + t * y6;
+    const double x9 = u * x7 + t * x8, y9 = u * y7 + t * y8;
+    before = { v[0], v[1], x4, y4, x7, y7, x9, y9 };
+    after = { x9, y9, x8, y8, x6, y6, v[6], v[7] };
+}
+
+// getPart.
+Values part(Values values, double from, double to)
+{
+    const bool flip = from > to;
+    if (flip)
+        std::swap(from, to);
+    Values before;
+    Values after;
+    if (from > 0.0) {
+        halve(values, from, before, after);
+        values = after;
+    }
+    if (to < 1.0) {
+        halve(values, (to - from) / (1.0 - from), before, after);
+        values = before;
+    }
+    if (flip)
+        values = { values[6], values[7], values[4], values[5], values[2], values[3], values[0],
+                   values[1] };
+    return values;
+}
+
+// The curves and the result list that stay the same through one search.
+struct ClipSearch
+{
+    zgCurve *c1;
+    zgCurve *c2;
+    QList<zgCurveLocation *> &locations;
+    opParam &param;
+};
+
+// One step of addCurveIntersections; c1 and c2 of the step are the search's
+// curves exchanged when flip is set.
+int clipStep(ClipSearch &search, const Values &v1, const Values &v2, double tMin, double tMax,
+             double uMin, double uMax, bool flip, double recursion, int calls)
+{
+    if (recursion + 1.0 >= 48.0)
+        return calls;
+    if (++calls > 0x1000)
+        return calls;
+
+    const Baseline baseline(v2);
+    const double d1 = baseline.distance(v2[2], v2[3]);
+    const double d2 = baseline.distance(v2[4], v2[5]);
+    const double factor = d1 * d2 > 0.0 ? 0.75 : 4.0 / 9.0;
+    const double dMin = factor * std::min({ 0.0, d1, d2 });
+    const double dMax = factor * std::max({ 0.0, d1, d2 });
+
+    const double dp0 = baseline.distance(v1[0], v1[1]);
+    const double dp1 = baseline.distance(v1[2], v1[3]);
+    const double dp2 = baseline.distance(v1[4], v1[5]);
+    const double dp3 = baseline.distance(v1[6], v1[7]);
+    Chain top;
+    Chain bottom;
+    convexHull(dp0, dp1, dp2, dp3, top, bottom);
+
+    if (d1 == 0.0 && d2 == 0.0 && dp0 == 0.0 && dp1 == 0.0 && dp2 == 0.0 && dp3 == 0.0)
+        return calls;
+
+    const double tMinClip = clipHull(top, bottom, dMin, dMax);
+    if (std::isnan(tMinClip))
+        return calls;
+    top.reverse();
+    bottom.reverse();
+    const double tMaxClip = clipHull(top, bottom, dMin, dMax);
+    if (std::isnan(tMaxClip))
+        return calls;
+
+    const double tMinNew = tMinClip * (tMax - tMin) + tMin;
+    const double tMaxNew = tMaxClip * (tMax - tMin) + tMin;
+
+    zgCurve *c1 = flip ? search.c2 : search.c1;
+    zgCurve *c2 = flip ? search.c1 : search.c2;
+    if (std::max(tMaxNew - tMinNew, uMax - uMin) < 1e-09) {
+        const QVector<double> full1 = c1 ? c1->getValues(nullptr) : vectorOf(v1);
+        const QVector<double> full2 = c2 ? c2->getValues(nullptr) : vectorOf(v2);
+        const double t = (tMinNew + tMaxNew) / 2.0;
+        const double u = (uMin + uMax) / 2.0;
+        const zgPoint noPoint(qQNaN(), qQNaN());
+        if (flip)
+            zgCurve::addLocation(search.locations, search.param, full2, c2, u, noPoint, full1, c1,
+                                 t, noPoint, false);
+        else
+            zgCurve::addLocation(search.locations, search.param, full1, c1, t, noPoint, full2, c2,
+                                 u, noPoint, false);
+        return calls;
+    }
+
+    const Values clipped = part(v1, tMinClip, tMaxClip);
+    const double depth = recursion + 1.0;
+    if (tMaxClip - tMinClip <= 0.8) {
+        calls = clipStep(search, v2, clipped, uMin, uMax, tMinNew, tMaxNew, !flip, depth, calls);
+    } else if (tMaxNew - tMinNew > uMax - uMin) {
+        Values first;
+        Values second;
+        halve(clipped, 0.5, first, second);
+        const double t = (tMinNew + tMaxNew) / 2.0;
+        calls = clipStep(search, v2, first, uMin, uMax, tMinNew, t, !flip, depth, calls);
+        calls = clipStep(search, v2, second, uMin, uMax, t, tMaxNew, !flip, depth, calls);
+    } else {
+        Values first;
+        Values second;
+        halve(v2, 0.5, first, second);
+        const double u = (uMin + uMax) / 2.0;
+        calls = clipStep(search, first, clipped, uMin, u, tMinNew, tMaxNew, !flip, depth, calls);
+        calls = clipStep(search, second, clipped, u, uMax, tMinNew, tMaxNew, !flip, depth,
+                         calls);
+    }
+    return calls;
 }
 
 } // namespace
@@ -37,86 +264,17 @@ int zgCurve::addCurveIntersections(QVector<double> v1, QVector<double> v2, zgCur
                                    opParam &param, double tMin, double tMax, double uMin,
                                    double uMax, bool flip, double recursion, int calls)
 {
-    // Depth limit first, then the call count shared by the whole tree.
-    if (recursion + 1.0 >= 48.0)
-        return calls;
-    if (++calls > 0x1000)
-        return calls;
-    if (v1.size() < 8 || v2.size() < 8)
-        return calls;
-
-    // The fat line of v2: the strip around its baseline that holds the curve.
-    const double d1 = baselineDistance(v2, v2.at(2), v2.at(3));
-    const double d2 = baselineDistance(v2, v2.at(4), v2.at(5));
-    const double factor = d1 * d2 > 0.0 ? 0.75 : 4.0 / 9.0;
-    const double dMin = factor * std::min({ 0.0, d1, d2 });
-    const double dMax = factor * std::max({ 0.0, d1, d2 });
-
-    // The distance function of v1 from that baseline and its convex hull.
-    const double dp0 = baselineDistance(v2, v1.at(0), v1.at(1));
-    const double dp1 = baselineDistance(v2, v1.at(2), v1.at(3));
-    const double dp2 = baselineDistance(v2, v1.at(4), v1.at(5));
-    const double dp3 = baselineDistance(v2, v1.at(6), v1.at(7));
-    QVector<QVector<QVector<double>>> hull = getConvexHull(dp0, dp1, dp2, dp3);
-    QVector<QVector<double>> top = hull.at(0);
-    QVector<QVector<double>> bottom = hull.at(1);
-
-    // All on one line: collinear curves are the business of getOverlaps.
-    if (d1 == 0.0 && d2 == 0.0 && dp0 == 0.0 && dp1 == 0.0 && dp2 == 0.0 && dp3 == 0.0)
-        return calls;
-
-    const double tMinClip = clipConvexHull(top, bottom, dMin, dMax);
-    if (qIsNaN(tMinClip))
-        return calls;
-    reversePoints(top);
-    reversePoints(bottom);
-    const double tMaxClip = clipConvexHull(top, bottom, dMin, dMax);
-    if (qIsNaN(tMaxClip))
-        return calls;
-
-    // The clipped range on the whole curve.
-    const double tMinNew = tMinClip * (tMax - tMin) + tMin;
-    const double tMaxNew = tMaxClip * (tMax - tMin) + tMin;
-
-    // 1e-09: both ranges have shrunk to a point, the intersection is isolated.
-    if (std::max(tMaxNew - tMinNew, uMax - uMin) < 1e-09) {
-        if (c1)
-            v1 = c1->getValues(nullptr);
-        if (c2)
-            v2 = c2->getValues(nullptr);
-        const double t = (tMinNew + tMaxNew) / 2.0;
-        const double u = (uMin + uMax) / 2.0;
-        const zgPoint noPoint(qQNaN(), qQNaN());
-        if (flip)
-            addLocation(locations, param, v2, c2, u, noPoint, v1, c1, t, noPoint, false);
-        else
-            addLocation(locations, param, v1, c1, t, noPoint, v2, c2, u, noPoint, false);
-        return calls;
+    if (v1.size() < 8 || v2.size() < 8) {
+        // The limits still count this call.
+        if (recursion + 1.0 >= 48.0)
+            return calls;
+        return calls + 1;
     }
-
-    v1 = getPart(v1, tMinClip, tMaxClip);
-    const double depth = recursion + 1.0;
-    if (tMaxClip - tMinClip <= 0.8) {
-        // Good progress: the clipped curve becomes the clipper.
-        calls = addCurveIntersections(v2, v1, c2, c1, locations, param, uMin, uMax, tMinNew,
-                                      tMaxNew, !flip, depth, calls);
-    } else if (tMaxNew - tMinNew > uMax - uMin) {
-        // Poor progress: halve the curve with the wider range.
-        const QVector<QVector<double>> parts = subdivide(v1, 0.5);
-        const double t = (tMinNew + tMaxNew) / 2.0;
-        calls = addCurveIntersections(v2, parts.at(0), c2, c1, locations, param, uMin, uMax,
-                                      tMinNew, t, !flip, depth, calls);
-        calls = addCurveIntersections(v2, parts.at(1), c2, c1, locations, param, uMin, uMax,
-                                      t, tMaxNew, !flip, depth, calls);
-    } else {
-        const QVector<QVector<double>> parts = subdivide(v2, 0.5);
-        const double u = (uMin + uMax) / 2.0;
-        calls = addCurveIntersections(parts.at(0), v1, c2, c1, locations, param, uMin, u,
-                                      tMinNew, tMaxNew, !flip, depth, calls);
-        calls = addCurveIntersections(parts.at(1), v1, c2, c1, locations, param, u, uMax,
-                                      tMinNew, tMaxNew, !flip, depth, calls);
-    }
-    return calls;
+    // The step sees c1 and c2 in the roles given; the search keeps them in
+    // the order of a call without flip.
+    ClipSearch search = { flip ? c2 : c1, flip ? c1 : c2, locations, param };
+    return clipStep(search, valuesOf(v1), valuesOf(v2), tMin, tMax, uMin, uMax, flip, recursion,
+                    calls);
 }
 
 QVector<QVector<QVector<double>>> zgCurve::getConvexHull(double dq0, double dq1, double dq2,

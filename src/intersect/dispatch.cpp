@@ -1,5 +1,7 @@
 // The intersections of one pair of curves: box rejection, overlaps, and the
 // choice of the finder by straightness.
+#include "intersect/control_box.h"
+
 #include <zgraphics/model.h>
 
 #include <QtCore/qnumeric.h>
@@ -7,37 +9,6 @@
 #include <algorithm>
 
 namespace {
-
-// Range of one coordinate of a curve's box, built from its end values and
-// the three-quarter points of its control values: tighter than the control
-// polygon, and still holding the curve.
-struct Range
-{
-    double min;
-    double max;
-};
-
-Range controlRange(const QVector<double> &v, int coord)
-{
-    const double p0 = v.at(coord);
-    const double p1 = (3.0 * v.at(coord + 2) + p0) / 4.0;
-    const double p3 = v.at(coord + 6);
-    const double p2 = (3.0 * v.at(coord + 4) + p3) / 4.0;
-    return { std::min({ p0, p1, p2, p3 }), std::max({ p0, p1, p2, p3 }) };
-}
-
-// Whether the boxes touch on both axes, with the geometric tolerance 2e-07
-// as margin.
-bool boxesTouch(const QVector<double> &v1, const QVector<double> &v2)
-{
-    for (int coord = 0; coord < 2; ++coord) {
-        const Range r1 = controlRange(v1, coord);
-        const Range r2 = controlRange(v2, coord);
-        if (!(r2.min < r1.max + 2e-07 && r2.max > r1.min - 2e-07))
-            return false;
-    }
-    return true;
-}
 
 // The end points that coincide (2e-07), for a pair where the finder saw nothing.
 void addEndPointMeetings(QVector<double> v1, QVector<double> v2, zgCurve *c1, zgCurve *c2,
@@ -68,7 +39,7 @@ QList<zgCurveLocation *> zgCurve::getIntersections(QVector<double> v1, QVector<d
         return getSelfIntersection(v1, c1, locations, param);
     if (v1.size() < 8 || v2.size() < 8)
         return locations;
-    if (!boxesTouch(v1, v2))
+    if (!zgControlBox(v1).touchedBy(zgControlBox(v2)))
         return locations;
 
     const QVector<QVector<double>> overlaps = getOverlaps(v1, v2);

@@ -1,6 +1,8 @@
 // XPath::getIntersections and getCrossings: every pair of curves of two
-// compound paths, or of one with itself, after a rejection of the whole
-// paths by their bounds.
+// compound paths, or of one with itself, whose boxes touch, after a
+// rejection of the whole paths by their bounds.
+#include "intersect/box_index.h"
+
 #include <zgraphics/model.h>
 
 namespace {
@@ -53,8 +55,16 @@ QList<zgCurveLocation *> XPath::getIntersections(XPath *other,
     const int length2 = curves2.size();
     QVector<QVector<double>> values2;
     values2.reserve(length2);
-    for (zgCurve *curve : curves2)
+    std::vector<zgControlBox> boxes2;
+    boxes2.reserve(length2);
+    for (zgCurve *curve : curves2) {
         values2.append(curve->getValues(nullptr));
+        boxes2.emplace_back(values2.last());
+    }
+    // Pairs whose boxes do not touch are passed over unseen: the pair test
+    // would reject them with no effect. The others run in the order of the
+    // two nested loops over all pairs.
+    const zgControlBoxIndex index2(boxes2);
 
     // One list per contour of this compound keeps each contour's sorted order apart.
     QList<QList<zgCurveLocation *>> groups;
@@ -73,9 +83,14 @@ QList<zgCurveLocation *> XPath::getIntersections(XPath *other,
             param.joinedAtStart = length1 == 1 && closesOnItself(values1);
             zgCurve::getSelfIntersection(values1, curve1, locations, param);
         }
-        for (int j = self ? i + 1 : 0; j < length2; ++j) {
-            if (firstOnly)
-                return locations;
+        const int firstPartner = self ? i + 1 : 0;
+        // The first pair of the first curve would end the search before it is compared.
+        if (firstOnly && firstPartner < length2)
+            return locations;
+        const zgControlBox box1 = self ? boxes2.at(i) : zgControlBox(values1);
+        for (int j : index2.touching(box1)) {
+            if (j < firstPartner)
+                continue;
             zgCurve *curve2 = curves2.at(j);
             opParam param;
             param.filter = filter;
