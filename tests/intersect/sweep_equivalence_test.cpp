@@ -439,10 +439,12 @@ TEST(SweepEquivalence, BoxesThatTouchWithinTheMarginKeepTheirPairs)
             }
             const int found = compareRuns(arc, &chain);
             // 1.5e-07: well inside the 2e-07 of the end-point test.
-            if (gap <= 1.5e-07)
+            if (gap <= 1.5e-07) {
                 EXPECT_GT(found, 0) << "gap " << gap << " joint " << joint;
-            if (gap >= 3e-07)
+            }
+            if (gap >= 3e-07) {
                 EXPECT_EQ(found, 0) << "gap " << gap << " joint " << joint;
+            }
             // The other way round, the chain's curves come first.
             compareRuns(chain, &arc);
         }
@@ -479,8 +481,9 @@ TEST(SweepEquivalence, FlatDegenerateAndNaNPiecesKeepTheOrder)
             const int crossings = compareRuns(horizontal, &grid);
             // A bound at -infinity makes the width of the whole-path bounds
             // NaN, and the paths are rejected as a whole before any pair.
-            if (value != -qInf())
+            if (value != -qInf()) {
                 EXPECT_GT(crossings, 0) << "value " << value << " at " << at;
+            }
         }
     }
 }
