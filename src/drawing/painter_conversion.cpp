@@ -5,13 +5,17 @@
 #include <QtCore/QPoint>
 
 #include <climits>
+#include <cmath>
 
 namespace {
 
 // qRound's rule (v + 0.5 truncated for v >= 0; for negative v the fraction
 // above the integer below is rounded the same way, so -2.5 gives -2), kept to
-// the 32-bit range: values beyond it are clamped and NaN gives 0, where
-// qRound itself would overflow.
+// the 32-bit range: values beyond it are clamped and NaN gives 0.
+// The rule is worked in doubles and only the clamped result is converted:
+// next to either end of the range qRound's own int conversions (of v + 0.5,
+// and of v - 1 for negative v) fall outside int, although the rounded value
+// itself is still inside.
 int roundToInt(double v)
 {
     if (qIsNaN(v))
@@ -20,7 +24,14 @@ int roundToInt(double v)
         return INT_MAX;
     if (v <= double(INT_MIN))
         return INT_MIN;
-    return qRound(v);
+    double rounded;
+    if (v >= 0.0) {
+        rounded = std::trunc(v + 0.5);
+    } else {
+        const double below = std::trunc(v - 1);
+        rounded = std::trunc(v - below + 0.5) + below;
+    }
+    return int(qBound(double(INT_MIN), rounded, double(INT_MAX)));
 }
 
 QPointF pointOf(const ZDPathElement &e)

@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <random>
+#include <vector>
 
 using namespace drawingtest;
 
@@ -507,6 +508,81 @@ TEST(ZDPathReverse, TwiceGivesBackSeededRandomPaths)
             EXPECT_EQ(twice.elements.at(i).x, path.elements.at(i).x);
             EXPECT_EQ(twice.elements.at(i).y, path.elements.at(i).y);
             EXPECT_EQ(twice.elements.at(i).type, path.elements.at(i).type);
+        }
+    }
+}
+
+TEST(ZDPathReverse, SeededRandomPathsMatchTheirPiecesDrawnBackwards)
+{
+    // Each subpath is drawn from random pieces, and its expected reversal is
+    // built from the same pieces in the opposite order: a move to the last
+    // point, each line back to the point before it, each cubic with its
+    // controls swapped back to its start, a close element unchanged in its
+    // place.
+    struct Piece
+    {
+        bool cubic;
+        QPointF c1, c2, end;
+    };
+    std::mt19937 random(5147u);
+    std::uniform_real_distribution<double> coordinate(-500.0, 500.0);
+    std::uniform_int_distribution<int> pieceCount(1, 5);
+    std::uniform_int_distribution<int> choice(0, 2);
+    auto point = [&]() { return QPointF(coordinate(random), coordinate(random)); };
+    auto append = [](ZDPath &path, const QPointF &p, int32_t type) {
+        path.elements.append(ZDPathElement(p.x(), p.y(), type));
+    };
+
+    for (int round = 0; round < 200; ++round) {
+        SCOPED_TRACE(round);
+        ZDPath path, expected;
+        const int subpaths = 1 + round % 3;
+        for (int s = 0; s < subpaths; ++s) {
+            const QPointF start = point();
+            std::vector<Piece> pieces(pieceCount(random));
+            for (Piece &piece : pieces) {
+                piece.cubic = choice(random) != 0;
+                if (piece.cubic) {
+                    piece.c1 = point();
+                    piece.c2 = point();
+                }
+                piece.end = point();
+            }
+            const bool closed = choice(random) == 0;
+            const QPointF closePoint = point();
+
+            append(path, start, Move);
+            for (const Piece &piece : pieces) {
+                if (piece.cubic) {
+                    append(path, piece.c1, Curve);
+                    append(path, piece.c2, CurveData);
+                    append(path, piece.end, CurveData);
+                } else {
+                    append(path, piece.end, Line);
+                }
+            }
+            append(expected, pieces.back().end, Move);
+            for (int k = int(pieces.size()) - 1; k >= 0; --k) {
+                const QPointF before = k > 0 ? pieces[k - 1].end : start;
+                if (pieces[k].cubic) {
+                    append(expected, pieces[k].c2, Curve);
+                    append(expected, pieces[k].c1, CurveData);
+                    append(expected, before, CurveData);
+                } else {
+                    append(expected, before, Line);
+                }
+            }
+            if (closed) {
+                append(path, closePoint, Close);
+                append(expected, closePoint, Close);
+            }
+        }
+        path.reverse();
+        ASSERT_EQ(path.count(), expected.count());
+        for (int i = 0; i < path.count(); ++i) {
+            EXPECT_EQ(path.elements.at(i).x, expected.elements.at(i).x) << "element " << i;
+            EXPECT_EQ(path.elements.at(i).y, expected.elements.at(i).y) << "element " << i;
+            EXPECT_EQ(path.elements.at(i).type, expected.elements.at(i).type) << "element " << i;
         }
     }
 }

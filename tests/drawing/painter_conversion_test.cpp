@@ -7,8 +7,10 @@
 
 #include <QtGui/QPainterPath>
 
+#include <algorithm>
 #include <climits>
 #include <cmath>
+#include <iomanip>
 #include <random>
 
 using namespace drawingtest;
@@ -290,6 +292,106 @@ TEST(ZDPathRoundData, ResultsStayInTheIntegerRange)
     EXPECT_EQ(path.elements.at(0).y, double(INT_MIN));
     EXPECT_EQ(path.elements.at(1).x, 0.0);
     EXPECT_EQ(path.elements.at(1).y, 2147483647.0);
+}
+
+namespace {
+
+// Rounding worked exactly, independently of the library: next to the ends of
+// the int range a double has at least 22 fraction bits, so floor and the
+// fraction are exact there, and halves go up as in -2.5 -> -2.
+double exactRoundClamped(double v)
+{
+    const double below = std::floor(v);
+    const double rounded = below + (v - below >= 0.5 ? 1.0 : 0.0);
+    return std::min(std::max(rounded, double(INT_MIN)), double(INT_MAX));
+}
+
+// Values in the last two units inside each end of the int range and just
+// beyond it: every double next to the integers and halves there, plus a seeded
+// spread.
+QVector<double> valuesNextToTheIntEnds()
+{
+    QVector<double> values;
+    for (double end : {double(INT_MIN), double(INT_MAX)}) {
+        for (double offset = -2.0; offset <= 2.0; offset += 0.5) {
+            double v = end + offset;
+            for (int i = 0; i < 3; ++i)
+                v = std::nextafter(v, -1e300);
+            for (int i = 0; i < 7; ++i) {
+                values.append(v);
+                v = std::nextafter(v, 1e300);
+            }
+        }
+        std::mt19937 random(0x1e7d);
+        std::uniform_real_distribution<double> spread(end - 2.0, end + 2.0);
+        for (int i = 0; i < 2000; ++i)
+            values.append(spread(random));
+    }
+    return values;
+}
+
+} // namespace
+
+TEST(ZDPathRoundData, JustAboveTheLowestIntRoundsToIt)
+{
+    ZDPath path = pathOf({{-2147483647.9999998, -2147483647.9999998, Move},
+                          {-2147483647.6, -2147483647.5, Line},
+                          {-2147483648.4, -2147483648.5, Line}});
+    path.roundData();
+    expectElements(path, {{-2147483648.0, -2147483648.0, Move},
+                          {-2147483648.0, -2147483647.0, Line},
+                          {-2147483648.0, -2147483648.0, Line}});
+}
+
+TEST(ZDPathRoundData, JustBelowTheHighestIntRoundsToIt)
+{
+    ZDPath path = pathOf({{2147483647.4999998, 2147483646.5, Move},
+                          {2147483646.4999998, 2147483647.5, Line}});
+    path.roundData();
+    expectElements(path, {{2147483647.0, 2147483647.0, Move}, {2147483646.0, 2147483647.0, Line}});
+}
+
+TEST(ZDPathRoundData, ValuesNextToTheIntEndsRoundExactly)
+{
+    int mismatches = 0;
+    for (double v : valuesNextToTheIntEnds()) {
+        ZDPath path = pathOf({{v, -v, Move}});
+        path.roundData();
+        if (path.elements.at(0).x != exactRoundClamped(v) || path.elements.at(0).y != exactRoundClamped(-v)) {
+            ++mismatches;
+            ADD_FAILURE() << std::setprecision(17) << "v " << v << " gives " << path.elements.at(0).x << ", "
+                          << path.elements.at(0).y;
+        }
+    }
+    EXPECT_EQ(mismatches, 0);
+}
+
+TEST(ZDPathToPainterPathWithRoundValue, ValuesNextToTheIntEndsRoundExactly)
+{
+    // Each value is visited from the origin and left again, since a painter
+    // path drops a line to the point it is already at.
+    const QVector<double> values = valuesNextToTheIntEnds();
+    ZDPath path = pathOf({{0, 0, Move}});
+    for (double v : values) {
+        path.elements.append(ZDPathElement(v, -v, ZDLineToElement));
+        path.elements.append(ZDPathElement(0, 0, ZDLineToElement));
+    }
+    const QPainterPath painter = roundedPainterPath(path);
+    ASSERT_EQ(painter.elementCount(), 1 + 2 * values.size());
+    int mismatches = 0;
+    for (int i = 0; i < values.size(); ++i) {
+        const QPainterPath::Element &e = painter.elementAt(1 + 2 * i);
+        if (e.x != exactRoundClamped(values.at(i)) || e.y != exactRoundClamped(-values.at(i)))
+            ++mismatches;
+    }
+    EXPECT_EQ(mismatches, 0);
+}
+
+TEST(ZDPathToPainterPathWithRoundValue, JustAboveTheLowestIntRoundsToIt)
+{
+    const QPainterPath painter =
+        roundedPainterPath(pathOf({{-2147483647.9999998, 2147483647.4999998, Move}}));
+    expectPainterElements(painter, {{-2147483648.0, 2147483647.0, Move}});
 }
 
 TEST(ZDPathRoundData, EmptyPathIsLeftAlone)

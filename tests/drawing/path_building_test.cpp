@@ -44,6 +44,9 @@ TEST(PathElementTest, WrittenElementsHaveZeroAux)
     path.lineTo(3, 4);
     path.cubicTo(QPointF(5, 6), QPointF(7, 8), QPointF(9, 10));
     path.closeSubpath();
+    // The close after (9, 10), away from the start, adds a line back to it.
+    expectElements(path, {{1, 2, Move}, {3, 4, Line}, {5, 6, Curve}, {7, 8, CurveData},
+                          {9, 10, CurveData}, {1, 2, Line}, {1, 2, Close}});
     for (const ZDPathElement &e : path.elements) {
         EXPECT_EQ(e.auxX, 0.0);
         EXPECT_EQ(e.auxY, 0.0);

@@ -291,6 +291,10 @@ TEST(ZDPathSetCornerRound, ShortSidesCutRadiusToTruncatedHalf)
 
 TEST(ZDPathSetCornerRound, RadiusClampBoundIsStrict)
 {
+    // At the bound, a side of exactly 2 r, `<` keeps r and `<=` would set r
+    // to trunc(2 r * 0.5), which is r again: halving a doubled integer is
+    // exact, so no input can tell the two apart. The cases below pin the
+    // bound from both sides instead.
     // d1 = 20 is not below 2 r = 20: r stays 10.
     ZDPath atBound = pathOf({{0, 0, Move}, {20, 0, Line}, {20, 100, Line}});
     atBound.setCornerRound(10);
@@ -1319,11 +1323,27 @@ TEST(ZDPathCornerRoundRandom, CurveCornersStartAtRadiusAlongTheCurve)
 
 // Determinism and degenerate input -----------------------------------------
 
+namespace {
+
+// Whether some cubic runs from `start` to `end`, within the tolerance of the
+// split points measured along the sides.
+bool hasArcAt(const std::vector<Cubic> &arcs, Pt start, Pt end)
+{
+    for (const Cubic &arc : arcs) {
+        if (norm(arc.p[0] - start) < 1e-6 && norm(arc.p[3] - end) < 1e-6)
+            return true;
+    }
+    return false;
+}
+
+} // namespace
+
 TEST(ZDPathCornerRoundDeterminism, EqualInputGivesIdenticalElements)
 {
     std::mt19937 random(123);
+    const std::vector<Pt> p = randomPolyline(random, 30);
     const ZDPath input = [&] {
-        ZDPath path = polylinePath(randomPolyline(random, 30));
+        ZDPath path = polylinePath(p);
         path.cubicTo(QPointF(10, 10), QPointF(40, -20), QPointF(60, 30));
         path.lineTo(-20, 50);
         path.closeSubpath();
@@ -1347,6 +1367,24 @@ TEST(ZDPathCornerRoundDeterminism, EqualInputGivesIdenticalElements)
         }
         EXPECT_GT(a.count(), input.count());
         EXPECT_TRUE(identical(a, b));
+        // The arcs of the polyline's corners, in order before those of the
+        // corners at the curve and at the close: truncated radius and
+        // controls from the corner for setCornerRound, the radius as it is
+        // for the other two, with controls from the arc's ends for
+        // setCornerRound2.
+        const std::vector<Cubic> arcs = cubicsOf(a);
+        ASSERT_GT(arcs.size(), size_t(28));
+        for (int j = 1; j + 1 < 30; ++j) {
+            SCOPED_TRACE(j);
+            const double d1 = norm(p[j - 1] - p[j]), d2 = norm(p[j + 1] - p[j]);
+            if (operation == 0)
+                expectArc(arcs[j - 1], p[j - 1], p[j], p[j + 1], truncatedRule(9.5, d1, d2), true, 1e-9, 1e-9);
+            else if (operation == 1)
+                expectArc(arcs[j - 1], p[j - 1], p[j], p[j + 1], halfRule(9.5, d1, d2), true, 1e-9, 1e-9);
+            else // the closed contour comes back clockwise, here reversed
+                EXPECT_TRUE(hasArcAt(arcs, p[j] + halfRule(9.5, d1, d2) * unit(p[j + 1] - p[j]),
+                                     p[j] + halfRule(9.5, d1, d2) * unit(p[j - 1] - p[j])));
+        }
     }
 }
 
@@ -1384,10 +1422,13 @@ TEST(ZDPathCornerRoundDegenerate, CoincidentPoints)
     // the marked close is dropped.
     expectElements(b, {{5, 5, Move}, {5, 5, Line}, {5, 5, Line}, {5, 5, Line}}, 0.0);
 
+    // A contour of length 0 is left alone and comes back through the
+    // contours: the last point is joined into the start on closing, and the
+    // closed contour of three segments is written as a move, two lines, the
+    // closing line and the close.
     ZDPath c = path;
-    c.setCornerRound2(10); // a contour of length 0 is left alone
-    for (const ZDPathElement &e : c.elements)
-        expectPt(ptOf(e), {5, 5}, 0.0);
+    c.setCornerRound2(10);
+    expectElements(c, {{5, 5, Move}, {5, 5, Line}, {5, 5, Line}, {5, 5, Line}, {5, 5, Close}}, 0.0);
 }
 
 TEST(ZDPathCornerRoundDegenerate, NegativeRadiusRoundsOutwards)
@@ -1447,6 +1488,40 @@ TEST(ZDPathCornerRoundDegenerate, NonFiniteAndHugeCoordinatesFinish)
         ZDPath c = input;
         c.setCornerRound2(10);
         EXPECT_LE(c.count(), 8 * input.count());
+        // Finite input gives finite output; every result keeps the move.
+        for (const ZDPath *result : {&a, &b, &c}) {
+            ASSERT_FALSE(result->isEmpty());
+            if (std::isfinite(v)) {
+                for (const ZDPathElement &e : result->elements)
+                    EXPECT_TRUE(std::isfinite(e.x) && std::isfinite(e.y));
+            }
+        }
+        // The first corner, from (0, 0) over (100, 0) towards (v, 100): a
+        // NaN angle fails both straight tests and rounds with r 10 (a NaN
+        // side is not below 2 r), leaving its incoming half finite; an
+        // infinite or huge v points the side along the axis, which reads as
+        // doubling back or running straight on, so the line is copied; a
+        // tiny v makes a 45 degree turn, rounded with r 10. The closing
+        // corner at (0, 0), coming from (80, 80), is rounded as well and
+        // moves the move point 10 along the first side.
+        ASSERT_GE(a.count(), 5);
+        const bool roundsTheCorner = qIsNaN(v) || v == 1e-300;
+        const std::vector<El> head =
+            roundsTheCorner ? std::vector<El>{{10, 0, Move}, {90, 0, Line}, {95.52, 0, Curve}}
+                            : std::vector<El>{{10, 0, Move}, {100, 0, Line}, {v, 100, Line}};
+        for (int i = 0; i < 3; ++i) {
+            EXPECT_EQ(a.elements.at(i).type, head[i].type) << "element " << i;
+            if (std::isfinite(head[i].x))
+                EXPECT_NEAR(a.elements.at(i).x, head[i].x, 1e-9) << "element " << i;
+            else
+                EXPECT_EQ(a.elements.at(i).x, head[i].x) << "element " << i;
+            EXPECT_EQ(a.elements.at(i).y, head[i].y) << "element " << i;
+        }
+        if (v == 1e-300) {
+            const double c45 = 10 * std::cos(3 * kPi / 4), s45 = 10 * std::sin(3 * kPi / 4);
+            expectPt(ptOf(a.elements.at(3)), {100 + 0.448 * c45, 0.448 * s45}, 1e-9);
+            expectPt(ptOf(a.elements.at(4)), {100 + c45, s45}, 1e-9);
+        }
     }
 }
 
@@ -1492,5 +1567,10 @@ TEST(ZDPathCornerRoundDegenerate, MalformedListsFinish)
         ZDPath c2 = soup;
         c2.setCornerRound2(7);
         EXPECT_LE(c2.count(), 8 * n + 8);
+        // Finite points in, finite points out.
+        for (const ZDPath *result : {&a2, &b2, &c2}) {
+            for (const ZDPathElement &e : result->elements)
+                EXPECT_TRUE(std::isfinite(e.x) && std::isfinite(e.y)) << "trial " << trial;
+        }
     }
 }

@@ -8,6 +8,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QtCore/QLineF>
 #include <QtCore/qnumeric.h>
 
 #include <cmath>
@@ -243,11 +244,32 @@ TEST(ZDPathManualPath, AmplitudeScalesAndItsSignFlips)
 TEST(ZDPathManualPath, SameResultAtEachCall)
 {
     std::mt19937 random(5150);
+    int checkedStarts = 0;
     for (int trial = 0; trial < 10; ++trial) {
-        const ZDPath source = (trial % 2) ? randomCurves(random, 3, trial % 4 == 1)
-                                          : polyline(randomPoints(random, 9), trial % 4 == 0);
+        std::vector<QPointF> points;
+        ZDPath source;
+        if (trial % 2) {
+            source = randomCurves(random, 3, trial % 4 == 1);
+        } else {
+            points = randomPoints(random, 9);
+            source = polyline(points, trial % 4 == 0);
+        }
         const ZDPath first = handDrawn(source, 8, 6);
         expectIdentical(first, handDrawn(source, 8, 6));
+        // On an open polyline whose first side is longer than the step, the
+        // result starts at its first point and takes its first sample 6
+        // along that side, moved sideways by the noise at 6 * 0.05.
+        if (trial % 4 == 2 && QLineF(points[0], points[1]).length() > 6) {
+            const QPointF side = points[1] - points[0];
+            const double length = std::hypot(side.x(), side.y());
+            const double ux = side.x() / length, uy = side.y() / length;
+            const double offset = offsetAt(6, 8);
+            ASSERT_GE(first.count(), 2);
+            expectPoint(first.elements.at(0), Move, points[0].x(), points[0].y(), 0.0);
+            expectPoint(first.elements.at(1), Line, points[0].x() + 6 * ux + offset * uy,
+                        points[0].y() + 6 * uy - offset * ux, 1e-9);
+            ++checkedStarts;
+        }
         // A second call on the same object gives the same list again.
         ZDPath target;
         ZDPath copy = source;
@@ -255,6 +277,7 @@ TEST(ZDPathManualPath, SameResultAtEachCall)
         target.manualPath(copy, 8, 6);
         expectIdentical(first, target);
     }
+    EXPECT_GE(checkedStarts, 1);
 }
 
 TEST(ZDPathManualPath, EndsOfAnOpenLineStayFixed)

@@ -273,6 +273,40 @@ std::vector<Pt> referenceSamples(const RefCubic &c, double from, double end, dou
     return samples;
 }
 
+// The stepping search of an inner trim against a line side: walk `walked`
+// from arc length 0 by `step` up to and including its length, offsetting by
+// `walkDistance`, until a sample lies on the side of the line a + k v that
+// `distance` names and |distance| or more from it. The trim point is the
+// midpoint of that sample and the one before (the first sample is its own
+// predecessor); `s` is the arc length of the sample that ended the walk.
+struct RefTrim
+{
+    bool found = false;
+    Pt point;
+    double s = 0.0;
+};
+
+RefTrim referenceTrimAgainstLine(const RefCubic &walked, double walkDistance, Pt a, Pt v,
+                                 double distance, double step)
+{
+    RefTrim trim;
+    Pt previous = walked.offsetAt(0.0, walkDistance);
+    for (double s = 0.0; s <= walked.length(); s += step) {
+        const Pt p = walked.offsetAt(s, walkDistance);
+        const double beyond = (distance > 0 ? 1.0 : -1.0) * signedDistance(p, a, v);
+        if (beyond >= std::fabs(distance)) {
+            // Not a borderline sample, where rounding could decide the walk.
+            EXPECT_GT(beyond - std::fabs(distance), 1e-3);
+            trim.found = true;
+            trim.point = midpointOf(previous, p);
+            trim.s = s;
+            return trim;
+        }
+        previous = p;
+    }
+    return trim;
+}
+
 } // namespace
 
 // --- Zero distance and the shape of the result ------------------------------
@@ -379,6 +413,39 @@ TEST(ZDPathParallelPath, MiterLimitStaysJustAboveTheDistance)
     const double miterDistance = std::sqrt(dx * dx + dy * dy);
     EXPECT_GT(miterDistance, d);
     EXPECT_EQ(miterDistance, d / std::tan(0.7853981633974483));
+}
+
+TEST(ZDPathParallelPath, RoundedRightAngleMitersStayWithinTheLimit)
+{
+    // Exact right angles of integer vectors v and (-vy, vx) or (vy, -vx),
+    // turning away from the offset side, in four directions and with both
+    // signs of the distance. Rounding in the crossing of the offset sides
+    // puts each of these miter points a unit in the last place farther than
+    // |distance| from the end of the first offset side, so a limit of
+    // |distance| itself would cut them square; |distance| / tan(pi / 4) keeps
+    // them.
+    struct Corner
+    {
+        Pt a;
+        Pt v;
+        double distance;
+    };
+    const Corner corners[] = {{{-123, 40}, {71, -3}, 10.0},
+                              {{-444, 500}, {73, 19}, -33.3},
+                              {{-301, -451}, {11, -19}, -7.0},
+                              {{-38, 5}, {51, 38}, 7.0}};
+    for (const Corner &corner : corners) {
+        const double d = corner.distance;
+        const Pt b = corner.a + corner.v;
+        // (vy, -vx) is the side of a positive distance: turn the other way.
+        const Pt turned = d > 0 ? Pt{-corner.v.y, corner.v.x} : Pt{corner.v.y, -corner.v.x};
+        const Pt c = b + turned;
+        ASSERT_EQ(dot(corner.v, turned), 0.0);
+        const ZDPath out = outline(polyline({corner.a, b, c}), d, 5);
+        const Pt n1 = normalOf(corner.v), n2 = normalOf(turned);
+        expectElements(out, {{Move, corner.a + d * n1}, {Line, b + d * (n1 + n2)}, {Line, c + d * n2}},
+                       1e-9);
+    }
 }
 
 TEST(ZDPathParallelPath, SharperOuterCornerKeepsItsMiterPoint)
@@ -650,9 +717,6 @@ TEST(ZDPathParallelPath, InnerCornerFromCurveIntoLineIsTrimmed)
         expectElement(out, 1 + i, Line, samples[i], kSampleTolerance);
     expectElement(out, out.count() - 2, Line, trim, kSampleTolerance);
     expectElement(out, out.count() - 1, Line, next + d * normalOf(next - corner));
-    // The trim point lies near both offset sides.
-    EXPECT_NEAR(signedDistance(trim, corner, next - corner), d, step);
-    EXPECT_NEAR(c.nearest(trim), std::fabs(d), step);
 }
 
 TEST(ZDPathParallelPath, InnerTrimWithoutACrossingGoesBackToTheCurrentPoint)
@@ -824,14 +888,19 @@ TEST(ZDPathParallelPath, FoldBackIntoCurveIsToldApartByCurvature)
             expectElement(out, 2, Line, {105, 5});
             expectElement(out, 3, Line, {100, 5}, kSampleTolerance); // the curve's first sample
         } else {
-            // Trimmed: the point after the move lies on the line's offset
-            // side, inside the fold, short of the corner.
+            // Trimmed: the curve is walked forward against the line; its
+            // samples resume one step past the curve point nearest the trim.
+            const RefTrim trim = referenceTrimAgainstLine(c, d, a, corner - a, d, 5);
+            ASSERT_TRUE(trim.found);
+            double nearestTime = 0.0;
+            c.nearest(trim.point, &nearestTime);
+            const std::vector<Pt> samples =
+                referenceSamples(c, c.lengthTo(nearestTime) + 5, c.length(), 5, d);
+            ASSERT_EQ(out.count(), 2 + int(samples.size()) + 1);
             expectElement(out, 0, Move, {0, -5});
-            ASSERT_GT(out.count(), 2);
-            const Pt trim = pointOf(out.elements[1]);
-            EXPECT_NEAR(trim.y, -5, 5);
-            EXPECT_LT(trim.x, 100);
-            EXPECT_NEAR(c.nearest(trim), d, 5);
+            expectElement(out, 1, Line, trim.point, kSampleTolerance);
+            for (int i = 0; i < int(samples.size()); ++i)
+                expectElement(out, 2 + i, Line, samples[i], kRestartTolerance);
         }
         // The curve ends heading along -x, so its offset end lies at y + 5.
         expectElement(out, out.count() - 1, Line, {0, bend + 5}, 1e-12);
@@ -886,9 +955,31 @@ TEST(ZDPathParallelPath, ClosingCornerFromCurveIntoFirstLine)
         EXPECT_EQ(out.elements[n - 1].type, Close);
         expectElement(out, n - 2, Line, closing, 0.0);
         expectElement(out, 0, Move, closing, 0.0);
-        // The closing point lies on the first line's offset: exactly at the
-        // outer miter, within a step at the inner trim.
-        EXPECT_NEAR(signedDistance(closing, {0, 0}, {100, 0}), d, d > 0 ? 1e-9 : 4.0);
+        if (d > 0) {
+            // The outer miter lies exactly on the first line's offset.
+            EXPECT_NEAR(signedDistance(closing, {0, 0}, {100, 0}), d, 1e-9);
+        } else {
+            // The inner trim: the last curve walked backwards, with the
+            // distance flipped, against the first line.
+            const RefTrim trim =
+                referenceTrimAgainstLine(back.reversed(), -d, {0, 0}, {100, 0}, d, 4);
+            ASSERT_TRUE(trim.found);
+            expectElement(out, n - 1, Close, trim.point, kSampleTolerance);
+            // Before it, the last curve's samples: they resume after the
+            // inner trim at (100, 100), one step past the curve point nearest
+            // to it, and end short of the curve's length by the walked arc
+            // length.
+            const RefTrim entry = referenceTrimAgainstLine(back, d, {100, 0}, {0, 100}, d, 4);
+            ASSERT_TRUE(entry.found);
+            double entryTime = 0.0;
+            back.nearest(entry.point, &entryTime);
+            const std::vector<Pt> tail = referenceSamples(
+                back, back.lengthTo(entryTime) + 4, back.length() - trim.s, 4, d);
+            ASSERT_GT(n, int(tail.size()) + 3);
+            expectElement(out, n - 3 - int(tail.size()), Line, entry.point, kSampleTolerance);
+            for (int i = 0; i < int(tail.size()); ++i)
+                expectElement(out, n - 2 - int(tail.size()) + i, Line, tail[i], kRestartTolerance);
+        }
     }
 }
 
@@ -920,10 +1011,11 @@ TEST(ZDPathParallelPath, ClosingCornerFromLineIntoFirstCurve)
     const Pt trim = pointOf(inner.elements[n - 1]);
     EXPECT_EQ(inner.elements[n - 1].type, Close);
     expectElement(inner, n - 2, Line, trim, 0.0);
-    // The trim point lies near the last line's offset (x = 8) and near the
-    // first curve's, within a step; the output's move keeps its place.
-    EXPECT_NEAR(trim.x, 8, 4);
-    EXPECT_NEAR(first.nearest(trim), 8, 4);
+    // The first curve walked forward against the last line, from (0, 100)
+    // up to (0, 0); the output's move keeps its place.
+    const RefTrim reference = referenceTrimAgainstLine(first, -8, {0, 100}, {0, -100}, -8, 4);
+    ASSERT_TRUE(reference.found);
+    expectElement(inner, n - 1, Close, reference.point, kSampleTolerance);
     expectElement(inner, 0, Move, first.offsetAt(0.0, -8), 1e-12);
 }
 
@@ -1140,20 +1232,42 @@ TEST(ZDPathParallelPath, NonFiniteInputEndsWithADefinedResult)
     path.cubicTo(QPointF(inf, 0), QPointF(0, -inf), QPointF(50, 50));
     path.lineTo(0, 0);
     path.closeSubpath();
+    // One element per side and join: the move, the joins at the NaN point,
+    // at (100, 100) and at (50, 50), the end of the curve's samples (none
+    // lie below an infinite length), the closing join and its close. The
+    // first line has a NaN vector, so the closing join, and with it the
+    // move at the input's move index, is no point.
     const ZDPath out = outline(path, 4, 2);
-    EXPECT_GE(out.count(), 3);
-    EXPECT_LT(out.count(), 20);
+    ASSERT_EQ(out.count(), 7);
+    const int32_t types[] = {Move, Line, Line, Line, Line, Line, Close};
+    for (int i = 0; i < 7; ++i)
+        EXPECT_EQ(out.elements[i].type, types[i]) << "element " << i;
+    for (int i : {0, 5, 6}) {
+        EXPECT_TRUE(qIsNaN(out.elements[i].x)) << "element " << i;
+        EXPECT_TRUE(qIsNaN(out.elements[i].y)) << "element " << i;
+    }
 
+    // A distance that is not finite offsets every side to no point: the
+    // square's outline keeps its shape of elements with NaN in every place.
     const ZDPath square(QRectF(0, 0, 100, 100));
     for (double d : {nan, inf, -inf}) {
         const ZDPath result = outline(square, d, 2);
-        EXPECT_EQ(result.count(), 6);
+        ASSERT_EQ(result.count(), 6);
+        for (int i = 0; i < 6; ++i) {
+            EXPECT_EQ(result.elements[i].type, i == 0 ? Move : i == 5 ? Close : Line);
+            EXPECT_TRUE(qIsNaN(result.elements[i].x) && qIsNaN(result.elements[i].y))
+                << "distance " << d << ", element " << i;
+        }
     }
     ZDPath curve;
     curve.moveTo(0, 0);
     curve.cubicTo(QPointF(30, 0), QPointF(60, 30), QPointF(60, 60));
-    EXPECT_EQ(outline(curve, 5, inf).count(), 2);
-    EXPECT_EQ(outline(curve, nan, 5).count(), outline(curve, 5, 5).count());
+    // An infinite step samples nothing between the curve's offset ends.
+    expectElements(outline(curve, 5, inf), {{Move, {0, -5}}, {Line, {65, 60}}}, 1e-12);
+    const ZDPath nanOutline = outline(curve, nan, 5);
+    ASSERT_EQ(nanOutline.count(), outline(curve, 5, 5).count());
+    for (const ZDPathElement &e : nanOutline.elements)
+        EXPECT_TRUE(qIsNaN(e.x) && qIsNaN(e.y));
 }
 
 TEST(ZDPathParallelPath, HugeCoordinatesEndWithADefinedResult)
@@ -1189,8 +1303,12 @@ TEST(ZDPathParallelPath, MalformedListsAreSkippedQuietly)
     path.lineTo(40, 10);
     path.elements.append(ZDPathElement(50, 10, ZDCurveToElement));
     path.elements.append(ZDPathElement(60, 10, ZDCurveToDataElement));
-    const ZDPath out = outline(path, 2, 1);
-    EXPECT_LE(out.count(), 6);
-    for (const ZDPathElement &e : out.elements)
-        EXPECT_NE(e.type, ZDCurveToElement);
+    // No element has a move before it, so no side starts: the outline is
+    // empty. With a move in front, the first line starts the outline and the
+    // second joins it; the lone control point ends no curve, so the line
+    // after it writes nothing, and the cubic cut short ends the walk before
+    // any subpath end is written.
+    EXPECT_EQ(outline(path, 2, 1).count(), 0);
+    path.elements.prepend(ZDPathElement(0, 10, ZDMoveToElement));
+    expectElements(outline(path, 2, 1), {{Move, {0, 8}}, {Line, {10, 8}}}, 1e-12);
 }

@@ -781,8 +781,18 @@ TEST(ZDPathWavePath, DeterministicOnRandomPaths)
     for (int trial = 0; trial < 10; ++trial) {
         const ZDPath source = (trial % 2) ? randomCurves(random, 4, trial % 4 == 1)
                                           : polyline(randomPoints(random, 12), trial % 4 == 0);
-        for (int kind = 0; kind <= 6; ++kind)
-            expectIdentical(waveOf(source, kind, 31, 6, 0.7), waveOf(source, kind, 31, 6, 0.7));
+        for (int kind = 0; kind <= 6; ++kind) {
+            const ZDPath out = waveOf(source, kind, 31, 6, 0.7);
+            expectIdentical(out, waveOf(source, kind, 31, 6, 0.7));
+            // And the value itself, from the reference walk.
+            const ZDPath expected = referenceWave(source, kind, 31, 6, 0.7);
+            ASSERT_EQ(out.count(), expected.count()) << "trial " << trial << " kind " << kind;
+            for (int i = 0; i < out.count(); ++i) {
+                EXPECT_EQ(out.elements.at(i).type, expected.elements.at(i).type);
+                EXPECT_DOUBLE_EQ(out.elements.at(i).x, expected.elements.at(i).x);
+                EXPECT_DOUBLE_EQ(out.elements.at(i).y, expected.elements.at(i).y);
+            }
+        }
     }
 }
 

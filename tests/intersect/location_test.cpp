@@ -1093,6 +1093,40 @@ TEST(CurveLocation, StartTimeBoundDecidesBetweenTangentsAndSamples)
     EXPECT_TRUE(inside.there->isCrossing());
 }
 
+TEST(CurveLocation, StartTimeBoundOnEitherSideOfThePair)
+{
+    // The same bound seen from the other side of the pair: a line y = 0
+    // meets an upturned V (0, -8) (6, 0) (12, -8) at its corner, where the
+    // V's location is the partner. Up to and at 4e-07 on the V's second
+    // curve the location is the corner, and the V only touches the line
+    // there; just above it the tangent of that curve leaves the line:
+    // crossing.
+    for (double time : {3.99e-07, 4e-07, 4.01e-07}) {
+        SCOPED_TRACE(time);
+        Meeting m(builtContour({zgPoint(-5, 0), zgPoint(20, 0)}, false), 0, 0.44,
+                  builtContour({zgPoint(0, -8), zgPoint(6, 0), zgPoint(12, -8)}, false), 1, time);
+        const bool atTheCorner = time <= 4e-07;
+        EXPECT_EQ(m.here->isCrossing(), !atTheCorner);
+        EXPECT_EQ(m.there->isCrossing(), !atTheCorner);
+    }
+    // A path that runs straight through the line at its joint crosses at
+    // every one of these times, on either side of the pair. At 4e-07 itself
+    // the direction back is sampled on the curve before the joint; sampled
+    // back from the end of the curve after it, it would point the same way
+    // as the direction forward.
+    for (double time : {3.99e-07, 4e-07, 4.01e-07}) {
+        SCOPED_TRACE(time);
+        Meeting there(builtContour({zgPoint(-5, 0), zgPoint(20, 0)}, false), 0, 0.44,
+                      builtContour({zgPoint(0, -8), zgPoint(6, 0), zgPoint(12, 8)}, false), 1, time);
+        EXPECT_TRUE(there.here->isCrossing());
+        EXPECT_TRUE(there.there->isCrossing());
+        Meeting here(builtContour({zgPoint(0, -8), zgPoint(6, 0), zgPoint(12, 8)}, false), 1, time,
+                     builtContour({zgPoint(-5, 0), zgPoint(20, 0)}, false), 0, 0.44);
+        EXPECT_TRUE(here.here->isCrossing());
+        EXPECT_TRUE(here.there->isCrossing());
+    }
+}
+
 TEST(CurveLocation, TimeOneStandsForTheJointWithTheNextCurve)
 {
     Meeting m(builtContour({zgPoint(0, 0), zgPoint(10, 0), zgPoint(20, 0)}, false), 0, 0.5,

@@ -8,6 +8,7 @@
 #include <QtGui/QImage>
 
 #include <climits>
+#include <cstdint>
 #include <cmath>
 #include <cstring>
 #include <limits>
@@ -250,16 +251,94 @@ TEST(Noise, Perlin2DIsFourOctaves)
     }
 }
 
+namespace {
+
+// Reference noise built from the hashes alone, without the library's
+// intermediate functions.
+double referenceHash2D(int x, int y)
+{
+    return referenceNoiseFloat(std::int64_t(x) + 57 * std::int64_t(y));
+}
+
+double referenceSmooth2D(float x, float y)
+{
+    const int left = int(x - 1), midX = int(x), right = int(x + 1);
+    const int up = int(y - 1), midY = int(y), down = int(y + 1);
+    const double edges = referenceHash2D(left, midY) + referenceHash2D(right, midY)
+            + referenceHash2D(midX, up) + referenceHash2D(midX, down);
+    const double corners = referenceHash2D(left, up) + referenceHash2D(right, up)
+            + referenceHash2D(left, down) + referenceHash2D(right, down);
+    return edges * 0.125 + corners * 0.0625 + referenceHash2D(midX, midY) * 0.25;
+}
+
+double referenceInterpolate2D(float x, float y)
+{
+    const float gx = std::floor(x + 0.5f), gy = std::floor(y + 0.5f);
+    const double fx = x - gx, fy = y - gy;
+    const double a = referenceSmooth2D(gx, gy), b = referenceSmooth2D(gx + 1, gy);
+    const double c = referenceSmooth2D(gx, gy + 1), d = referenceSmooth2D(gx + 1, gy + 1);
+    return (a * fx + b * (1 - fx)) * (1 - fy) + (c * fx + d * (1 - fx)) * fy;
+}
+
+double referenceInterpolate1D(float v)
+{
+    const int i = int(v);
+    return expectedCosineBlend(referenceNoiseFloat(i), referenceNoiseFloat(std::int64_t(i) + 1), v - float(i));
+}
+
+double referencePerlin1D(float v)
+{
+    double sum = 0.0;
+    for (int i = 0; i < 4; ++i)
+        sum += referenceInterpolate1D(v * std::ldexp(1.0f, i)) * std::pow(double(0.1f), i);
+    return sum;
+}
+
+double referencePerlin2D(float x, float y)
+{
+    double sum = 0.0;
+    for (int i = 0; i < 4; ++i) {
+        const float frequency = std::ldexp(1.0f, i);
+        sum += referenceInterpolate2D(x * frequency, y * frequency) * std::pow(double(0.1f), i);
+    }
+    return sum;
+}
+
+} // namespace
+
 TEST(Noise, DeterministicForEqualArguments)
 {
+    // Equal arguments give equal values, and those values are the ones built
+    // from the hashes alone (within float rounding of the blends).
     for (float v = -3.0f; v < 3.0f; v += 0.41f) {
+        SCOPED_TRACE(v);
         EXPECT_EQ(Noise::perlinNoise_1D(v), Noise::perlinNoise_1D(v));
         EXPECT_EQ(Noise::perlinNoise_2D(v, 2 * v), Noise::perlinNoise_2D(v, 2 * v));
         EXPECT_EQ(Noise::interpolateNoise_2D(v, -v), Noise::interpolateNoise_2D(v, -v));
         EXPECT_EQ(Noise::smoothNoise_2D(v, 1.5f), Noise::smoothNoise_2D(v, 1.5f));
+        EXPECT_NEAR(Noise::perlinNoise_1D(v), referencePerlin1D(v), 1e-6);
+        EXPECT_NEAR(Noise::perlinNoise_2D(v, 2 * v), referencePerlin2D(v, 2 * v), 1e-5);
+        EXPECT_NEAR(Noise::interpolateNoise_2D(v, -v), referenceInterpolate2D(v, -v), 1e-5);
+        EXPECT_NEAR(Noise::smoothNoise_2D(v, 1.5f), referenceSmooth2D(v, 1.5f), 1e-6);
     }
     const QImage image = filledImage(80, 230, QImage::Format_ARGB32, 0xFF336699u);
-    EXPECT_EQ(Noise::perlinNoise(image), Noise::perlinNoise(image));
+    const QImage drawn = Noise::perlinNoise(image);
+    EXPECT_EQ(drawn, Noise::perlinNoise(image));
+    // The curve's rows from the reference: floor of 5 times the noise at
+    // x * 0.05, plus 200, where no value lies within rounding of an integer.
+    int columns = 0;
+    for (int x = 1; x < 80; ++x) {
+        const double value = referencePerlin1D(float(x * 0.05)) * 5.0;
+        if (std::fabs(value - std::round(value)) < 1e-4)
+            continue;
+        ++columns;
+        const int top = int(std::floor(value)) + 200;
+        for (int y = 0; y < 230; ++y) {
+            const bool black = (drawn.pixel(x, y) & 0xFFFFFFu) == 0;
+            EXPECT_EQ(black, y == top || y == top + 1) << x << "," << y;
+        }
+    }
+    EXPECT_GT(columns, 70);
 }
 
 TEST(Noise, NaNArgumentsDoNotCrash)

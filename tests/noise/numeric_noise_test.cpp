@@ -7,6 +7,7 @@
 
 #include <climits>
 #include <cmath>
+#include <cstdint>
 #include <limits>
 
 using noisetest::referenceHashBits;
@@ -167,10 +168,26 @@ TEST(NumericNoise, PerlinAtZeroFromHashes)
 
 TEST(NumericNoise, DeterministicForEqualArguments)
 {
+    // Equal arguments give equal values, and those values are the ones built
+    // from the hashes alone: the hash of the truncated cell, its cosine blend
+    // with the next, four octaves of that.
+    auto referenceInterpolate = [](double v) {
+        const double cell = std::trunc(v);
+        return expectedCosineBlend(referenceNoiseDouble(std::int64_t(cell)),
+                                   referenceNoiseDouble(std::int64_t(cell) + 1), v - cell);
+    };
     for (double v = -5.0; v < 5.0; v += 0.37) {
+        SCOPED_TRACE(v);
         EXPECT_EQ(zgNumeric::perlinNoise_1D(v), zgNumeric::perlinNoise_1D(v));
         EXPECT_EQ(zgNumeric::interpolateNoise_1D(v), zgNumeric::interpolateNoise_1D(v));
         EXPECT_EQ(zgNumeric::smoothNoise_1D(v), zgNumeric::smoothNoise_1D(v));
+        EXPECT_EQ(zgNumeric::smoothNoise_1D(v), referenceNoiseDouble(std::int64_t(std::trunc(v))));
+        EXPECT_NEAR(zgNumeric::interpolateNoise_1D(v), referenceInterpolate(v), 1e-15);
+        double perlin = 0.0;
+        for (int i = 0; i < 4; ++i)
+            perlin += referenceInterpolate(v * std::pow(2.0, i)) * std::pow(0.1, i);
+        EXPECT_NEAR(zgNumeric::perlinNoise_1D(v), perlin, 1e-14);
     }
     EXPECT_EQ(zgNumeric::intNoise_1D(42), zgNumeric::intNoise_1D(42));
+    EXPECT_EQ(zgNumeric::intNoise_1D(42), referenceNoiseDouble(42));
 }

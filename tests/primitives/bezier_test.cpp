@@ -392,11 +392,28 @@ TEST(BezierArcToBezierTest, InfiniteStartGivesOriginAndNothing)
 
 TEST(BezierArcToBezierTest, HugeStartAngleStaysFinite)
 {
+    // 1e300 + 90 is 1e300 in doubles: start and end fall in one quarter at
+    // equal times, so the arc is empty and its start point is returned. The
+    // start angle, reduced by whole turns, leaves 0: the right middle.
     QVector<zgPoint> curves;
-    zgBezier::arcToBezier(TestRect, 1e300, 90, curves);
-    EXPECT_LE(curves.size(), 6 * 3);
-    zgBezier::arcToBezier(TestRect, -1e17, -270, curves);
-    EXPECT_LE(curves.size(), 12 * 3);
+    expectPointEq(zgBezier::arcToBezier(TestRect, 1e300, 90, curves), zgPoint(110, 45));
+    EXPECT_TRUE(curves.isEmpty());
+
+    // At -1e17 a sweep of -270 still resolves: four pieces, starting and
+    // ending on the true ellipse points, with the quarter points between
+    // them on the ellipse and every value finite.
+    const zgPoint start = zgBezier::arcToBezier(TestRect, -1e17, -270, curves);
+    ASSERT_EQ(curves.size(), 4 * 3);
+    expectPointEq(start, zgNumeric::ellipsePoint(TestRect, -1e17));
+    expectPointEq(curves.last(), zgNumeric::ellipsePoint(TestRect, -1e17 - 270));
+    for (const zgPoint &p : curves)
+        EXPECT_TRUE(std::isfinite(p.x) && std::isfinite(p.y));
+    for (int i : {2, 5, 8, 11}) {
+        const double u = (curves.at(i).x - 60) / 50, v = (curves.at(i).y - 45) / 25;
+        EXPECT_NEAR(u * u + v * v, 1.0, 1e-12) << "point " << i;
+    }
+    const double u = (start.x - 60) / 50, v = (start.y - 45) / 25;
+    EXPECT_NEAR(u * u + v * v, 1.0, 1e-12);
 }
 
 // ---------------------------------------------------------------------------

@@ -342,6 +342,27 @@ TEST(Point, CollinearBound)
     EXPECT_TRUE(zgPoint::isCollinear(3.0, 7.0, 0.0, 0.0));
 }
 
+TEST(Point, CollinearBoundScalesWithBothLengths)
+{
+    // The bound is on the sine of the angle, |cross| <= |a| |b| 1e-07, so it
+    // holds at any length and in any direction: vectors of lengths 5 and
+    // 1e6 along (3, 4), one turned by an angle of sine 0.9e-07 (within) or
+    // 1.1e-07 (beyond), both ways.
+    const double ux = 0.6, uy = 0.8;
+    for (double sine : {0.9e-07, -0.9e-07, 1.1e-07, -1.1e-07}) {
+        SCOPED_TRACE(sine);
+        const double cosine = std::sqrt(1.0 - sine * sine);
+        const double tx = 1e6 * (cosine * ux - sine * uy);
+        const double ty = 1e6 * (sine * ux + cosine * uy);
+        const bool within = std::fabs(sine) < 1e-07;
+        EXPECT_EQ(zgPoint(5 * ux, 5 * uy).isCollinear(zgPoint(tx, ty)), within);
+        EXPECT_EQ(zgPoint::isCollinear(tx, ty, -5 * ux, -5 * uy), within);
+    }
+    // Exactly at the bound the comparison includes it: with a zero vector
+    // both sides are 0.
+    EXPECT_TRUE(zgPoint::isCollinear(4.0, 0.0, 0.0, 0.0));
+}
+
 TEST(Point, OrthogonalBound)
 {
     EXPECT_TRUE(zgPoint(1.0, 2.0).isOrthogonal(zgPoint(-4.0, 2.0)));

@@ -596,12 +596,26 @@ void expectContains(const zgRect &r, const QRectF &q, double tolerance)
     EXPECT_GE(r.bottom(), q.bottom() - tolerance);
 }
 
+// Each side of r lies inside q or within tolerance outside it.
+void expectWithin(const zgRect &r, const QRectF &q, double tolerance)
+{
+    EXPECT_GE(r.left(), q.left() - tolerance);
+    EXPECT_GE(r.top(), q.top() - tolerance);
+    EXPECT_LE(r.right(), q.right() + tolerance);
+    EXPECT_LE(r.bottom(), q.bottom() + tolerance);
+}
+
 const zgCap kCaps[] = { zgCapButt, zgCapSquare, zgCapRound };
 const zgJoin kJoins[] = { zgJoinBevel, zgJoinMiter, zgJoinRound };
 
 // Tolerance 0.02 in the stroker tests: QPainterPathStroker approximates round
 // caps and joins and the offset curves by pieces, flattened at a threshold
 // of 0.001; the largest shortfall seen is about 0.001.
+// The bounds also lie within the outline's bounds where every extreme they
+// take is one of the outline: on polygons, whose ends are not padded and
+// whose joins and caps give outline points, and on curves with round joins
+// and caps, whose padded ends are the extremes of the round pieces. With
+// other joins or caps a padded end of a curve can stand beyond the outline.
 void checkAgainstStroker(bool curved, unsigned seed)
 {
     ContourRandom random(seed);
@@ -614,8 +628,11 @@ void checkAgainstStroker(bool curved, unsigned seed)
                 const zgStyle style = strokeStyle(random.uniform(1.0, 8.0), cap, join, miterLimit);
                 SCOPED_TRACE(testing::Message() << "trial " << trial << " cap " << cap
                                                 << " join " << join);
-                expectContains(path->getBounds(kStroke, style, nullptr),
-                               strokerBounds(path.get(), style), 0.02);
+                const zgRect bounds = path->getBounds(kStroke, style, nullptr);
+                const QRectF outline = strokerBounds(path.get(), style);
+                expectContains(bounds, outline, 0.02);
+                if (!curved || (cap == zgCapRound && join == zgJoinRound))
+                    expectWithin(bounds, outline, 0.02);
             }
         }
     }
@@ -661,15 +678,19 @@ TEST(PathStrokeBounds, ContainsTheMappedStrokerOutlineUnderAConformalMatrix)
     zgMatrix matrix(0, 2.5, -2.5, 0, -30, 60);
     ContourRandom random(4242u);
     for (int trial = 0; trial < 16; ++trial) {
-        Contour path = makeContour(random.nodes(3 + trial % 3, trial % 4 >= 2), trial % 2 == 1);
+        const bool curved = trial % 4 >= 2;
+        Contour path = makeContour(random.nodes(3 + trial % 3, curved), trial % 2 == 1);
         for (zgCap cap : kCaps) {
             for (zgJoin join : kJoins) {
                 const zgStyle style = strokeStyle(random.uniform(1.0, 6.0), cap, join,
                                                   random.uniform(1.0, 6.0));
                 SCOPED_TRACE(testing::Message() << "trial " << trial << " cap " << cap
                                                 << " join " << join);
-                expectContains(path->getBounds(kStroke, style, &matrix),
-                               strokerBounds(path.get(), style, &matrix, 1.0 / 2.5), tolerance);
+                const zgRect bounds = path->getBounds(kStroke, style, &matrix);
+                const QRectF outline = strokerBounds(path.get(), style, &matrix, 1.0 / 2.5);
+                expectContains(bounds, outline, tolerance);
+                if (!curved || (cap == zgCapRound && join == zgJoinRound))
+                    expectWithin(bounds, outline, tolerance);
             }
         }
     }
@@ -687,14 +708,18 @@ TEST(PathStrokeBounds, ContainsTheMappedStrokerOutlineUnderAnUnevenScale)
     const zgJoin joins[] = { zgJoinBevel, zgJoinRound };
     ContourRandom random(4343u);
     for (int trial = 0; trial < 16; ++trial) {
-        Contour path = makeContour(random.nodes(3 + trial % 3, trial % 4 >= 2), trial % 2 == 1);
+        const bool curved = trial % 4 >= 2;
+        Contour path = makeContour(random.nodes(3 + trial % 3, curved), trial % 2 == 1);
         for (zgCap cap : caps) {
             for (zgJoin join : joins) {
                 const zgStyle style = strokeStyle(random.uniform(1.0, 6.0), cap, join);
                 SCOPED_TRACE(testing::Message() << "trial " << trial << " cap " << cap
                                                 << " join " << join);
-                expectContains(path->getBounds(kStroke, style, &matrix),
-                               strokerBounds(path.get(), style, &matrix), tolerance);
+                const zgRect bounds = path->getBounds(kStroke, style, &matrix);
+                const QRectF outline = strokerBounds(path.get(), style, &matrix);
+                expectContains(bounds, outline, tolerance);
+                if (!curved || (cap == zgCapRound && join == zgJoinRound))
+                    expectWithin(bounds, outline, tolerance);
             }
         }
     }
@@ -812,6 +837,19 @@ TEST(PathHandleBounds, ContainThePlainAndStrokeBounds)
         EXPECT_TRUE(handle.containsRect(stroke)) << trial;
         const zgRect bare = path->getBounds(kHandle, style, nullptr);
         EXPECT_TRUE(bare.containsRect(path->getBounds(kPlain, style, nullptr))) << trial;
+        // And no larger than the anchors and handle ends widened by the
+        // radius 1.5, which round joins and caps keep for both.
+        double left = qInf(), top = qInf(), right = -qInf(), bottom = -qInf();
+        for (const zgSegment *segment : path->segments) {
+            const zgPoint p = segment->point;
+            for (const zgPoint &q : { p, p.add(segment->handleIn), p.add(segment->handleOut) }) {
+                left = std::min(left, q.x - 1.5);
+                right = std::max(right, q.x + 1.5);
+                top = std::min(top, q.y - 1.5);
+                bottom = std::max(bottom, q.y + 1.5);
+            }
+        }
+        expectRect(handle, left, top, right - left, bottom - top, 1e-12);
     }
 }
 
