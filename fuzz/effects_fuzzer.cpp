@@ -5,6 +5,9 @@
 
 #include <QtGui/QImage>
 
+#include <algorithm>
+#include <cmath>
+
 namespace {
 
 void cornerRounding(const ZDPath &source, FuzzInput &in)
@@ -21,17 +24,40 @@ void cornerRounding(const ZDPath &source, FuzzInput &in)
     requireWellFormed(contours);
 }
 
+// The outline, wave and hand-drawn stroke sample their path every step (or
+// wavelength) units of arc length, so their work grows with length / step by
+// design. A positive step is raised here to at least 1/2000 of the path's
+// length (or, when the length is not finite, 1/500 of its largest finite
+// coordinate), so that one input cannot take minutes; steps of 0 and below,
+// NaN and every other parameter reach the library as decoded.
+double boundedStep(double step, const ZDPath &path, double length)
+{
+    double largest = 0.0;
+    for (const ZDPathElement &e : path.elements) {
+        if (std::isfinite(e.x))
+            largest = std::max(largest, std::fabs(e.x));
+        if (std::isfinite(e.y))
+            largest = std::max(largest, std::fabs(e.y));
+    }
+    const double shortest = std::isfinite(length) ? length / 2000.0 : largest / 500.0;
+    return step > 0.0 && step < shortest ? shortest : step;
+}
+
 void outlines(const ZDPath &source, FuzzInput &in)
 {
     ZDPath path = source;
+    const double length = path.getLength();
     ZDPath parallel;
-    path.parallelPath(parallel, in.parameter(-20, 20), in.parameter(-1, 20));
+    const double distance = in.parameter(-20, 20);
+    path.parallelPath(parallel, distance, boundedStep(in.parameter(-1, 20), path, length));
     ZDPath wave;
-    path.wavePath(wave, in.choice(8) - 1, in.parameter(-1, 40), in.parameter(-2, 20),
-                  in.parameter(-1, 2));
+    const int kind = in.choice(8) - 1;
+    const double wavelength = boundedStep(in.parameter(-1, 40), path, length);
+    path.wavePath(wave, kind, wavelength, in.parameter(-2, 20), in.parameter(-1, 2));
     ZDPath handDrawn;
     ZDPath src = source;
-    handDrawn.manualPath(src, in.parameter(-5, 20), in.parameter(-1, 20));
+    const double amplitude = in.parameter(-5, 20);
+    handDrawn.manualPath(src, amplitude, boundedStep(in.parameter(-1, 20), path, length));
     requireWellFormed(parallel);
     requireWellFormed(wave);
     requireWellFormed(handDrawn);

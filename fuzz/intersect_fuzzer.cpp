@@ -69,7 +69,10 @@ void editing(const zgPath *a, const zgPath *b, FuzzInput &in)
 void compoundEditing(XPath &first, FuzzInput &in)
 {
     XPath *copy = first.clone();
-    if (zgPath *piece = copy->splitAt(in.parameter(-200, 200)))
+    // A closed child is opened in place and comes back itself; only a new
+    // piece is the caller's.
+    zgPath *piece = copy->splitAt(in.parameter(-200, 200));
+    if (piece && !copy->children.contains(piece))
         piece->release();
     delete copy;
 }
