@@ -3,7 +3,8 @@
 # Does nothing when everything is present; fails with a clear message if it cannot install.
 set -euo pipefail
 
-packages=(cmake ninja-build g++ pkg-config qtbase5-dev libeigen3-dev libgtest-dev libgmock-dev libbenchmark-dev fonts-dejavu-core)
+# Extra package names given as arguments are checked and installed too.
+packages=(cmake ninja-build g++ pkg-config qtbase5-dev libeigen3-dev libgtest-dev libgmock-dev libbenchmark-dev fonts-dejavu-core "$@")
 missing=()
 for p in "${packages[@]}"; do
     if ! dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed"; then
