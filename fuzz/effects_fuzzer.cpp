@@ -5,9 +5,6 @@
 
 #include <QtGui/QImage>
 
-#include <algorithm>
-#include <cmath>
-
 namespace {
 
 void cornerRounding(const ZDPath &source, FuzzInput &in)
@@ -22,25 +19,6 @@ void cornerRounding(const ZDPath &source, FuzzInput &in)
     requireWellFormed(rounded);
     requireWellFormed(connector);
     requireWellFormed(contours);
-}
-
-// The outline, wave and hand-drawn stroke sample their path every step (or
-// wavelength) units of arc length, so their work grows with length / step by
-// design. A positive step is raised here to at least 1/2000 of the path's
-// length (or, when the length is not finite, 1/500 of its largest finite
-// coordinate), so that one input cannot take minutes; steps of 0 and below,
-// NaN and every other parameter reach the library as decoded.
-double boundedStep(double step, const ZDPath &path, double length)
-{
-    double largest = 0.0;
-    for (const ZDPathElement &e : path.elements) {
-        if (std::isfinite(e.x))
-            largest = std::max(largest, std::fabs(e.x));
-        if (std::isfinite(e.y))
-            largest = std::max(largest, std::fabs(e.y));
-    }
-    const double shortest = std::isfinite(length) ? length / 2000.0 : largest / 500.0;
-    return step > 0.0 && step < shortest ? shortest : step;
 }
 
 void outlines(const ZDPath &source, FuzzInput &in)

@@ -64,6 +64,12 @@ def curve_values(elements):
     return b''.join(coordinate(v) for p in points for v in p)
 
 
+def point_list(elements):
+    """A count byte and the points of a sample, as the fitting harness reads them."""
+    points = [(x, y) for _, x, y in elements][:40]
+    return bytes([len(points)]) + b''.join(coordinate(x) + coordinate(y) for x, y in points)
+
+
 def main():
     root = os.path.dirname(os.path.abspath(__file__))
     shapes = samples(sys.argv[1])
@@ -75,12 +81,9 @@ def main():
         'curve_fuzzer': [curve_values(a) + curve_values(b) + PARAMETERS
                          for a, b in zip(shapes, shapes[1:] + shapes[:1])],
     }
-    extra = os.environ.get('ZG_SEED_HARNESSES', '')
-    for name in filter(None, extra.split(',')):
-        one, two = name.split(':') if ':' in name else (name, '1')
-        seeds[one] = ([encode(s) + PARAMETERS for s in shapes] if two == '1' else
-                      [encode(a) + encode(b) + PARAMETERS
-                       for a, b in zip(shapes, shapes[1:] + shapes[:1])])
+    seeds['services_fuzzer'] = seeds['drawing_fuzzer']
+    seeds['boolean_fuzzer'] = seeds['intersect_fuzzer']
+    seeds['fitting_fuzzer'] = [point_list(s) + point_list(s[:6]) + PARAMETERS for s in shapes]
     for name, blobs in seeds.items():
         folder = os.path.join(root, 'corpus', name)
         os.makedirs(folder, exist_ok=True)
