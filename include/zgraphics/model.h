@@ -567,16 +567,36 @@ public:
     QString toString();
 };
 
+// Winding records ------------------------------------------------------------
+//
 // One y-monotone piece of a contour, a plain heap record of the winding code.
+// Whoever holds the list that a getMonoCurves() returned deletes its records.
 class ZG_EXPORT zgMono
 {
 public:
     QVector<double> values; // the piece's 8-value curve array
     int32_t winding;        // +1 y grows, -1 y falls, 0 horizontal
-    zgMono *last;           // not owning; see the winding code
+    // Null, except on the first record of a contour: there the last record of
+    // that contour whose winding is not 0 (null if all of them are 0). Not
+    // owning. A non-null last marks the start of a new contour in a list.
+    zgMono *last;
 
     zgMono() : winding(0), last(nullptr) {}
+    zgMono(const QVector<double> &values, int32_t winding)
+        : values(values), winding(winding), last(nullptr) {}
 };
+
+// Result of the winding query.
+class ZG_EXPORT zgWinding
+{
+public:
+    int32_t winding; // the larger of the absolute left and right counts
+    bool onPath;     // exactly one of the left and right counts is 0
+
+    zgWinding() : winding(0), onPath(false) {}
+    zgWinding(int32_t winding, bool onPath) : winding(winding), onPath(onPath) {}
+};
+// ------------------------------------------------------- end of winding records
 
 // One contour: an ordered list of segments, open or closed, with the curves
 // between them built on demand.
@@ -863,6 +883,33 @@ private:
     static void addSquareCap(zgSegment *segment, zgCap cap, double radius, zgMatrix *matrix,
                              zgMatrix *strokeMatrix, std::function<void(zgPoint)> addPoint,
                              bool area);
+
+public:
+    // Winding ---------------------------------------------------------------
+    //
+    // The contour as y-monotone pieces in curve order, fresh records that the
+    // caller deletes; a member list monos that is not empty is returned as it
+    // stands instead. Curves of length 0 give no piece. An open contour of
+    // two segments or more gets a straight closing piece from its last point
+    // to its first, so it winds as if closed; a lone segment gets none.
+    QList<zgMono *> getMonoCurves();
+    // The winding number of point, XPath::getWinding over getMonoCurves().
+    // The pieces of the query are not deleted: each call leaves them
+    // allocated.
+    int getWinding(const zgPoint &point, bool horizontal);
+
+private:
+    friend class zgWindingInternals;
+
+    // Splits values at its interior y extremes (times 4e-07 to 0.9999996,
+    // at most two) and appends the pieces; a curve of length 0 is dropped.
+    static void addMonoCurve(const QVector<double> &values, QList<zgMono *> &monos,
+                             zgMono *&lastNonHorizontal);
+    // Appends one piece, horizontal when its chord rises less than 2e-07 per
+    // unit of run; lastNonHorizontal follows the last piece that is not.
+    static void insertMonoCurve(const QVector<double> &values, QList<zgMono *> &monos,
+                                zgMono *&lastNonHorizontal);
+    // ---------------------------------------------------------- end of winding
 };
 
 // A compound path: an ordered list of counted contours. Not itself counted:
@@ -1017,6 +1064,27 @@ private:
     // end, or the surplus removed). Nothing happens if from or to is null or
     // without children or their child counts differ.
     void interpolate(XPath *from, XPath *to, double factor);
+
+public:
+    // Winding ---------------------------------------------------------------
+    //
+    // How often the pieces in curves wind around point, counted along a
+    // horizontal ray through it; curves is read, not freed. A new contour
+    // starts at each piece whose last is set. onPath tells that the point
+    // lies on the outline (within 2e-07 in x of a crossing). With horizontal
+    // set, for points on a horizontal stretch, the ray form is asked instead
+    // halfway to the nearest outline above and below the point. An empty
+    // list gives winding 0, onPath false.
+    static zgWinding getWinding(const zgPoint &point, QList<zgMono *> curves, bool horizontal);
+
+private:
+    friend class zgWindingInternals;
+
+    // The pieces of every child in child order, for the caller to delete.
+    QList<zgMono *> getMonoCurves();
+    // The winding number of point over all children; the pieces are deleted.
+    int getWinding(const zgPoint &point, bool horizontal);
+    // ---------------------------------------------------------- end of winding
 };
 
 #endif // ZGRAPHICS_MODEL_H
