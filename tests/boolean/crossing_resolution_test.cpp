@@ -142,8 +142,9 @@ TEST(ResolveCrossings, SortsByBoundsAreaLargestFirst)
 {
     XPath compound;
     zgPath *small = addFlagged(compound, zgtest::squarePoints(200, 0, 10), 0x1);
-    zgPath *line = addFlagged(compound, {zgPoint(0, 300), zgPoint(150, 300)}, 0x2); // 150 x 1
-    zgPath *large = addFlagged(compound, zgtest::squarePoints(0, 0, 100), 0x2);
+    // An open line counts as 150 by 1.
+    zgPath *line = addFlagged(compound, {zgPoint(0, 300), zgPoint(150, 300)}, 0, false);
+    zgPath *large = addFlagged(compound, reversedPoints(zgtest::squarePoints(0, 0, 100)), 0x2);
     compound.resolveCrossings(true);
     ASSERT_EQ(compound.children.size(), 3);
     EXPECT_EQ(compound.children.at(0), large);
@@ -157,7 +158,7 @@ TEST(ResolveCrossings, WithoutSortTheOrderStays)
 {
     XPath compound;
     zgPath *small = addFlagged(compound, zgtest::squarePoints(200, 0, 10), 0x1);
-    zgPath *large = addFlagged(compound, zgtest::squarePoints(0, 0, 100), 0x2);
+    zgPath *large = addFlagged(compound, reversedPoints(zgtest::squarePoints(0, 0, 100)), 0x2);
     compound.resolveCrossings(false);
     ASSERT_EQ(compound.children.size(), 2);
     EXPECT_EQ(compound.children.at(0), small);
