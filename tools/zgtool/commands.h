@@ -17,5 +17,13 @@ int runParallel(const QStringList &args);
 int runWave(const QStringList &args);
 int runHandDrawn(const QStringList &args);
 int runNoise(const QStringList &args);
+// Boolean operators of two paths, their crossing points, the even-odd copy.
+int runUnite(const QStringList &args);
+int runBooleanIntersect(const QStringList &args);
+int runSubtract(const QStringList &args);
+int runExclude(const QStringList &args);
+int runDivide(const QStringList &args);
+int runCrossPoints(const QStringList &args);
+int runEvenOdd(const QStringList &args);
 
 #endif

@@ -38,6 +38,10 @@ QVector<Sample> intersectionSamples();
 // at several distances, each wave kind, a hand-drawn line, a noise image.
 QVector<Sample> effectSamples();
 
+// Boolean operators: six operand pairs, each with the result of unite,
+// intersect, subtract and exclude filled over both operands in grey.
+QVector<Sample> booleanSamples();
+
 // The crossings of path with other (or with itself if other is null), as
 // (this-side location, partner) point pairs' first points; prints each
 // location to out if out is not null.
