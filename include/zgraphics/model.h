@@ -629,6 +629,8 @@ public:
 
     // Orientation bits of flags.
     enum : uint32_t { ClockwiseFlag = 0x1, CounterClockwiseFlag = 0x2 };
+    // Boolean flags: no segment, or no valid segment, lies off an overlap.
+    enum : uint32_t { OverlapsOnlyFlag = 0x4, ValidOverlapsOnlyFlag = 0x8 };
 
     zgPath(XPath *parent = nullptr, bool closed = false);
     // Shallow member copies: the lists are shared, no references are taken.
@@ -1085,6 +1087,58 @@ private:
     // The winding number of point over all children; the pieces are deleted.
     int getWinding(const zgPoint &point, bool horizontal);
     // ---------------------------------------------------------- end of winding
+
+    // Boolean engine: division at crossings, winding propagation, tracing ---
+    friend class zgTracingInternals;
+
+public:
+    // The operator code handed through the boolean engine.
+    enum : int { opNone = 0, opIntersect = 1, opUnite = 2, opSubtract = 3, opExclude = 4 };
+
+private:
+    // Splits the curves at the locations, walking the list from its last
+    // entry to its first, so that a list sorted by contour and ascending time
+    // meets each curve's locations from the highest time down; every later
+    // split time is rescaled to the piece that the previous split left. A
+    // time below 4e-07 or above 0.9999996 takes the curve's end segment and
+    // splits nothing. Each processed location is placed on its segment
+    // (setSegment, or setSegmentPrev for a location that takes the end of the
+    // first piece), and its partner is hung on that segment; where a segment
+    // already carries a location, the chains of all locations at that point
+    // are joined into one. Straight curves are split with handles, which are
+    // cleared again after the walk so that the pieces stay straight.
+    //
+    // mode 0 processes every location and returns the input list. mode 1
+    // processes only overlap locations; mode 2 only those whose curve
+    // (getCurve()), or whose partner's curve member, or the path member of
+    // either is null, and it first unhooks such a location from its
+    // segment. Modes 1 and 2 return the processed locations in input order,
+    // or the input list if there were none. A location without a partner
+    // counts as having lost it in mode 2.
+    static QList<zgCurveLocation *> divideLocations(QList<zgCurveLocation *> locations, int mode);
+    // Joins the chain (next / previous) that holds from to the one that holds
+    // to: from's chain first, to's chain after its tail. Nothing happens when
+    // the two already share a chain or either is null.
+    static void linkIntersections(zgCurveLocation *from, zgCurveLocation *to);
+    // Measures the winding once for the stretch that starts at segment and
+    // runs up to the next segment that carries a location (or round to
+    // segment again, or to the end of an open contour), at half the
+    // stretch's length, and writes it with the onPath flag on every segment
+    // of the stretch. monoCurves are the records of all operands. With
+    // opSubtract and a path2, outline of path1 inside path2 and outline of
+    // path2 outside path1 get winding 0 whatever the total count. Curve
+    // lengths are read from and written to the curves' caches.
+    static void propagateWinding(zgSegment *segment, XPath *path1, XPath *path2,
+                                 QList<zgMono *> monoCurves, int op);
+    // Walks the divided segments into new closed contours (count 0 each), in
+    // order of discovery, keeping the stretches that op wants and changing
+    // outline at crossings; opNone keeps everything and changes outline at
+    // every crossing, which untangles self-crossings. A contour whose
+    // segments all lie on overlaps and equal those of the contour across
+    // them is copied once for opIntersect and opUnite (unless its area is 0)
+    // and dropped otherwise. A closed loop of at most 8 segments and an area
+    // within 1e-12 of 0 is dropped, as is a walk that cannot be closed.
+    static QVector<zgPath *> tracePaths(QList<zgSegment *> segments, int op);
 };
 
 #endif // ZGRAPHICS_MODEL_H
