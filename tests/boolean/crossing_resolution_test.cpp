@@ -238,3 +238,95 @@ TEST(ResolveCrossings, OpenContourKeepsItsDirection)
               (QVector<zgPoint>{zgPoint(60, 50), zgPoint(40, 50), zgPoint(40, 40)}));
     EXPECT_EQ(open->flags & 0x3u, 0u);
 }
+
+// ---- Self-crossings and overlaps -------------------------------------------------
+
+TEST(ResolveCrossings, FigureEightBecomesTwoLoops)
+{
+    XPath compound;
+    addFlagged(compound, {zgPoint(0, 0), zgPoint(10, 10), zgPoint(10, 0), zgPoint(0, 10)}, 0);
+    compound.resolveCrossings(true);
+    ASSERT_EQ(compound.children.size(), 2);
+    double total = 0.0;
+    for (zgPath *loop : compound.children) {
+        EXPECT_EQ(loop->segments.size(), 3);
+        EXPECT_DOUBLE_EQ(std::fabs(shoelace(loop)), 25.0);
+        EXPECT_EQ(loop->refCount, 1);
+        total += shoelace(loop);
+    }
+    // Neither holds the other: the second runs like the first.
+    EXPECT_EQ(shoelace(compound.children.at(0)) > 0, shoelace(compound.children.at(1)) > 0);
+    EXPECT_DOUBLE_EQ(std::fabs(total), 50.0);
+}
+
+TEST(ResolveCrossings, FigureEightUnderNonZeroKeepsBothLoops)
+{
+    XPath compound;
+    compound.evenOdd = false;
+    addFlagged(compound, {zgPoint(0, 0), zgPoint(10, 10), zgPoint(10, 0), zgPoint(0, 10)}, 0);
+    compound.resolveCrossings(true);
+    EXPECT_EQ(compound.children.size(), 2);
+}
+
+TEST(ResolveCrossings, SelfCrossingInsideAnotherContourInTheDeferredMode)
+{
+    // A traced compound where the non-zero rule drops a loop: the dropped
+    // trace is released to the sentinel once and the kept ones hold 1.
+    zgtest::DeferredScope deferred;
+    XPath compound;
+    compound.evenOdd = false;
+    addFlagged(compound, {zgPoint(0, 0), zgPoint(100, 0), zgPoint(100, 100), zgPoint(0, 100),
+                          zgPoint(0, 50), zgPoint(60, 50), zgPoint(60, 60), zgPoint(50, 60),
+                          zgPoint(50, 40), zgPoint(0, 40)},
+               0);
+    compound.resolveCrossings(true);
+    for (zgPath *child : compound.children)
+        EXPECT_EQ(child->refCount, 1);
+    int dropped = 0;
+    for (zgPath *path : zgPath::s_pathList) {
+        if (path->refCount < 0 && !compound.children.contains(path) && path->segments.size() > 0)
+            ++dropped;
+    }
+    EXPECT_GE(dropped, 1);
+}
+
+TEST(ResolveCrossings, SpikeDoublingBackIsRemoved)
+{
+    // A square with a spike that runs out from (10, 5) to (20, 5) and back.
+    XPath compound;
+    addFlagged(compound, {zgPoint(0, 0), zgPoint(10, 0), zgPoint(10, 5), zgPoint(20, 5),
+                          zgPoint(10, 5), zgPoint(10, 10), zgPoint(0, 10)},
+               0);
+    compound.resolveCrossings(true);
+    ASSERT_EQ(compound.children.size(), 1);
+    const zgPath *outline = compound.children.first();
+    EXPECT_DOUBLE_EQ(std::fabs(shoelace(outline)), 100.0);
+    for (const zgSegment *segment : outline->segments)
+        EXPECT_LE(segment->point.x, 10.0);
+}
+
+TEST(ResolveCrossings, EvenOddResultMatchesTheOperandsFill)
+{
+    // A pentagram under the even-odd rule: resolved, its fill is the five
+    // points without the pentagon in the middle.
+    XPath compound;
+    QVector<zgPoint> points;
+    for (int k = 0; k < 5; ++k) {
+        const double angle = -M_PI / 2 + 2 * M_PI * ((2 * k) % 5) / 5;
+        points.append(zgPoint(50 + 40 * std::cos(angle), 50 + 40 * std::sin(angle)));
+    }
+    addFlagged(compound, points, 0);
+    booleanoracle::Loop star;
+    for (int k = 0; k < 5; ++k)
+        star.append(booleanoracle::Piece::line(points[k].x, points[k].y, points[(k + 1) % 5].x,
+                                               points[(k + 1) % 5].y));
+    compound.resolveCrossings(true);
+    const booleanoracle::Shape resolved = booleanoracle::fromXPath(compound);
+    for (double x = 10.5; x < 90; x += 3.7) {
+        for (double y = 10.5; y < 90; y += 3.3) {
+            EXPECT_EQ(booleanoracle::containsEvenOdd(resolved, x, y),
+                      booleanoracle::containsEvenOdd({star}, x, y))
+                    << x << " " << y;
+        }
+    }
+}
