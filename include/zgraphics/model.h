@@ -912,6 +912,37 @@ private:
     static void insertMonoCurve(const QVector<double> &values, QList<zgMono *> &monos,
                                 zgMono *&lastNonHorizontal);
     // ---------------------------------------------------------- end of winding
+
+public:
+    // Hit test and containment -------------------------------------------------
+    //
+    // What point touches on this contour. The stroke is a distance test
+    // against the nearest curve point, with the radius half of
+    // style.strokeWidth if options.stroke is set, else 0 if options.curves is
+    // set or options.fill is set with a tolerance above 0 (joins and caps
+    // then count as round). A nearest point at a segment (curve time exactly
+    // 0, or 1 on a contour of two segments or more) is tested against the
+    // join or cap there. The fill test is even-odd whatever style says.
+    // Results: zgHitStroke or zgHitCurve with the nearest curve point; or
+    // zgHitFill, also for a point within tolerance of the curve when only
+    // fill is asked; or zgHitNone. compound is the parent.
+    zgHitResult _hitTestSelf(const zgPoint &point, const zgHitOpt &options,
+                             const zgStyle &style);
+    // Whether the winding number of point is not 0 (with style.evenOdd: odd).
+    // Points outside the box of the anchor and handle points, and on its
+    // edge, are outside without any curve work. On the outline inside that
+    // box the winding is at least 1, so the outline counts as inside.
+    bool contains(const zgPoint &point, const zgStyle &style);
+    // The location on the curve nearest to point, the first curve winning a
+    // tie, with its distance in distance; null without curves. It comes with
+    // a count of 0: the caller releases it once, which destroys it.
+    zgCurveLocation *getNearestLocation(const zgPoint &point);
+
+private:
+    // The stroke query of one _hitTestSelf, with the polygon of its joins and
+    // caps.
+    class StrokeHit;
+    // ------------------------------------------------------ end of hit test
 };
 
 // A compound path: an ordered list of counted contours. Not itself counted:
@@ -1139,6 +1170,35 @@ private:
     // and dropped otherwise. A closed loop of at most 8 segments and an area
     // within 1e-12 of 0 is dropped, as is a walk that cannot be closed.
     static QVector<zgPath *> tracePaths(QList<zgSegment *> segments, int op);
+
+public:
+    // Hit test and containment -------------------------------------------------
+    //
+    // With options.fill, a point inside the compound's fill gives zgHitFill
+    // with compound set, path null and the point zero; otherwise the first
+    // hit of a child's zgPath::_hitTestSelf (fill left to the compound),
+    // or zgHitNone. No children: zgHitNone.
+    zgHitResult hitTest(const zgPoint &point, const zgStyle &style, const zgHitOpt &options);
+    // Whether the winding number of point over all children is not 0 (with
+    // style.evenOdd: odd); points not strictly inside the union of the
+    // children's handle boxes are outside.
+    bool contains(const zgPoint &point, const zgStyle &style);
+
+private:
+    friend class zgHitTestInternals;
+
+    // The first hit of the children's _hitTestSelf, fill cleared; zgHitNone
+    // without one.
+    zgHitResult hitTestChildren(const zgPoint &point, const zgStyle &style,
+                                const zgHitOpt &options);
+    // zgHitFill with compound set if options.fill is set and point is
+    // inside; zgHitNone otherwise.
+    zgHitResult hitTestSelf(const zgPoint &point, const zgStyle &style, const zgHitOpt &options);
+    // As zgPath::getNearestLocation, over the curves of all children.
+    zgCurveLocation *getNearestLocation(const zgPoint &point);
+    // The point of getNearestLocation, the location released; NaN without one.
+    zgPoint getNearestPoint(const zgPoint &point);
+    // ------------------------------------------------------ end of hit test
 };
 
 #endif // ZGRAPHICS_MODEL_H

@@ -159,7 +159,10 @@ class ContourMaker
 public:
     explicit ContourMaker(unsigned seed) : m_random(seed) {}
 
-    double uniform(double a, double b) { return std::uniform_real_distribution<double>(a, b)(m_random); }
+    double uniform(double a, double b)
+    {
+        return std::uniform_real_distribution<double>(a, b)(m_random);
+    }
     int integer(int a, int b) { return std::uniform_int_distribution<int>(a, b)(m_random); }
 
     // Corners on a grid of 0..20: many horizontal and vertical edges,
@@ -280,6 +283,18 @@ struct Tally
     int skipped = 0;
     int disagreements = 0;
     int wound = 0; // points with a winding other than 0
+
+    // Prints the counts and checks that enough points were compared, enough
+    // of them wound, and none disagreed.
+    void check(const char *what, int minimumCompared, int minimumWound) const
+    {
+        std::printf("winding oracle, %s: %d points compared, %d on the outline skipped, %d "
+                    "with a winding, %d disagreements\n",
+                    what, compared, skipped, wound, disagreements);
+        EXPECT_GT(compared, minimumCompared);
+        EXPECT_GT(wound, minimumWound);
+        EXPECT_EQ(disagreements, 0);
+    }
 };
 
 void compareAt(const QList<zgMono *> &pieces, const QVector<SampledCubic> &cubics, double px,
@@ -352,12 +367,7 @@ TEST(WindingOracle, RandomContoursAgreeAwayFromTheOutline)
         compareContours({path}, seed, maker, 300, tally);
         path->release();
     }
-    std::printf("winding oracle, single contours: %d points compared, %d on the outline "
-                "skipped, %d with a winding, %d disagreements\n",
-                tally.compared, tally.skipped, tally.wound, tally.disagreements);
-    EXPECT_GT(tally.compared, 110000);
-    EXPECT_GT(tally.wound, 14000);
-    EXPECT_EQ(tally.disagreements, 0);
+    tally.check("single contours", 110000, 14000);
 }
 
 TEST(WindingOracle, SeveralContoursAtOnceAgree)
@@ -377,10 +387,5 @@ TEST(WindingOracle, SeveralContoursAtOnceAgree)
         for (zgPath *path : contours)
             path->release();
     }
-    std::printf("winding oracle, groups of contours: %d points compared, %d on the outline "
-                "skipped, %d with a winding, %d disagreements\n",
-                tally.compared, tally.skipped, tally.wound, tally.disagreements);
-    EXPECT_GT(tally.compared, 40000);
-    EXPECT_GT(tally.wound, 9000);
-    EXPECT_EQ(tally.disagreements, 0);
+    tally.check("groups of contours", 40000, 9000);
 }

@@ -126,6 +126,28 @@ run "noise" 0 noise --width 300 --height 250 --png n.png
 [ -s n.png ]; check "noise writes its picture" $?
 [ -s s-effects.png ]; check "samples writes the effects page" $?
 
+run "contains" 0 contains "M0 0 H10 V10 H0 Z" --point 5 5 --point 5 -0.5 --point 10 5 --png c.png
+contains out.txt "^point 5 5 winding 1 on-path no contains yes$" "contains: inside"
+contains out.txt "^point 5 -0.5 winding 0 on-path no contains no$" "contains: outside"
+contains out.txt "^point 10 5 winding 1 on-path yes contains no$" "contains: on the box edge"
+contains out.txt "^  hit default: fill$" "contains: fill hit of the compound"
+contains out.txt "^  hit stroke: stroke path 0 at 5 0$" "contains: stroke hit with its point"
+contains out.txt "^  hit curves: curve path 0 at 10 5$" "contains: curve hit"
+[ -s c.png ]; check "contains draws its points" $?
+run "contains non-zero" 0 contains "M 50 5 L 77 90 L 5 37 L 95 37 L 23 90 Z" --point 50 50 --nonzero
+contains out.txt "^point 50 50 winding 2 on-path no contains yes$" "contains --nonzero"
+run "contains even-odd" 0 contains "M 50 5 L 77 90 L 5 37 L 95 37 L 23 90 Z" --point 50 50
+contains out.txt "^point 50 50 winding 2 on-path no contains no$" "contains is even-odd by default"
+[ -s s-winding.png ]; check "samples writes the winding page" $?
+run "help for contains" 0 --help
+contains out.txt "contains PATH --point" "help documents contains"
+run "contains without points" 2 contains "M0 0 L1 1"
+contains err.txt "no --point" "contains without points is reported"
+run "contains half a point" 2 contains "M0 0 L1 1" --point 1
+run "contains bad point" 2 contains "M0 0 L1 1" --point 1 x
+contains err.txt "not a finite point" "contains names a bad point"
+run "contains bad path" 1 contains "M0 0 L" --point 1 1
+
 # Bad input: one line naming the position, non-zero exit code.
 run "malformed data" 1 convert "M 1 2 L 3"
 contains err.txt "position 10" "malformed data names the position"

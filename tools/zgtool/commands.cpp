@@ -1,5 +1,6 @@
 #include "commands.h"
 
+#include "command_options.h"
 #include "render.h"
 #include "svgpath.h"
 
@@ -15,16 +16,6 @@
 #include <cmath>
 #include <functional>
 #include <cstdio>
-
-namespace {
-
-// The options every command shares, and the positional path data.
-struct CommonOptions
-{
-    QString pathData;
-    QString pngFile;
-    QString svgFile;
-};
 
 void printError(const QString &message)
 {
@@ -114,6 +105,8 @@ QString pointText(const zgPoint &p)
 {
     return QStringLiteral("%1 %2").arg(p.x, 0, 'g', 17).arg(p.y, 0, 'g', 17);
 }
+
+namespace {
 
 void printOpenEnds(ZDPath &path)
 {

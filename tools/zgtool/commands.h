@@ -25,5 +25,7 @@ int runExclude(const QStringList &args);
 int runDivide(const QStringList &args);
 int runCrossPoints(const QStringList &args);
 int runEvenOdd(const QStringList &args);
+// Winding, containment and hit tests of points.
+int runContains(const QStringList &args);
 
 #endif

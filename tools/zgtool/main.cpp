@@ -65,6 +65,13 @@ const char *const kUsage =
     "                         the wavy line of the given kind\n"
     "  handdrawn PATH [--amplitude A] [--step S]\n"
     "                         a hand-drawn copy of PATH\n"
+    "  contains PATH --point X Y [--point X Y ...] [--stroke W] [--tolerance T]\n"
+    "           [--nonzero]\n"
+    "                         for each point: its winding number, whether it is on\n"
+    "                         the outline, whether the path contains it (even-odd,\n"
+    "                         or non-zero), and the hit test result for the default\n"
+    "                         options, the stroke (width W, default 1), the bare\n"
+    "                         curves and the fill, each within T (default 0.1)\n"
     "  noise [--width W] [--height H] [--png FILE]\n"
     "                         a noise curve drawn into an image (default\n"
     "                         zgtool-noise.png)\n"
@@ -102,6 +109,7 @@ int runSamples(const QStringList &args)
         base.chop(4);
     const QString intersectionFile = base + QStringLiteral("-intersections.png");
     const QString effectFile = base + QStringLiteral("-effects.png");
+    const QString windingFile = base + QStringLiteral("-winding.png");
     const QString booleanFile = base + QStringLiteral("-booleans.png");
     if (!renderGrid(samples, QStringLiteral("zgraphics drawing paths"), fileName)
             || !renderGrid(intersectionSamples(),
@@ -109,13 +117,18 @@ int runSamples(const QStringList &args)
                            intersectionFile)
             || !renderGrid(effectSamples(), QStringLiteral("line-shape effects (source in grey)"),
                            effectFile)
+            || !renderGrid(windingSamples(),
+                           QStringLiteral("winding: 0 grey, 1 blue, 2 green; ringed: on the path"),
+                           windingFile)
             || !renderGrid(booleanSamples(),
                            QStringLiteral("booleans: results filled even-odd, operands in grey"),
                            booleanFile)) {
-        std::fprintf(stderr, "zgtool: cannot write %s\n", qPrintable(fileName));
+        std::fprintf(stderr, "zgtool: cannot write %s
+", qPrintable(fileName));
         return 1;
     }
-    for (const QString &picture : {fileName, intersectionFile, effectFile, booleanFile})
+    for (const QString &picture : {fileName, intersectionFile, effectFile, windingFile,
+                                   booleanFile})
         std::fprintf(stdout, "# picture: %s\n", qPrintable(picture));
     return 0;
 }
@@ -178,5 +191,7 @@ int main(int argc, char **argv)
         return runHandDrawn(args);
     if (command == QLatin1String("noise"))
         return runNoise(args);
+    if (command == QLatin1String("contains"))
+        return runContains(args);
     return usageError(QStringLiteral("unknown command '%1'").arg(command));
 }

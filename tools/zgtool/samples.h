@@ -41,6 +41,9 @@ QVector<Sample> effectSamples();
 // Boolean operators: six operand pairs, each with the result of unite,
 // intersect, subtract and exclude filled over both operands in grey.
 QVector<Sample> booleanSamples();
+// A square with a hole, a figure eight, an open contour, a contour with
+// horizontal edges and a star, over a grid of points coloured by winding.
+QVector<Sample> windingSamples();
 
 // The crossings of path with other (or with itself if other is null), as
 // (this-side location, partner) point pairs' first points; prints each
