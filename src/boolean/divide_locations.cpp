@@ -86,6 +86,8 @@ QList<zgCurveLocation *> XPath::divideLocations(QList<zgCurveLocation *> locatio
             segment = curve->segment2();
         } else {
             zgCurve *newCurve = curve->divideAtTime(time, true);
+            if (!newCurve)
+                continue; // a curve without its segments cannot be cut
             if (noHandles)
                 clearList << curve << newCurve;
             if (prevLocation && prevLocation->time == 1.0) {

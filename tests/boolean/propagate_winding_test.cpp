@@ -212,7 +212,6 @@ TEST(PropagateWinding, EmptyRecordListGivesZero)
 TEST(PropagateWinding, RandomShapesAgreeWithTheOracle)
 {
     std::mt19937 random(5);
-    std::uniform_real_distribution<double> unit(0.0, 1.0);
     int agreed = 0;
     int compared = 0;
     int regionAgreed = 0;
@@ -220,20 +219,8 @@ TEST(PropagateWinding, RandomShapesAgreeWithTheOracle)
     for (int round = 0; round < 60; ++round) {
         const bool curved = round % 2 == 1;
         zgPath *shapes[2];
-        for (zgPath *&shape : shapes) {
-            const zgPoint center(30.0 + 40.0 * unit(random), 30.0 + 40.0 * unit(random));
-            const int count = 3 + int(unit(random) * 6);
-            shape = new zgPath(nullptr, true);
-            for (int i = 0; i < count; ++i) {
-                const double angle = 2.0 * M_PI * (i + 0.8 * unit(random)) / count;
-                const double radius = 15.0 + 25.0 * unit(random);
-                const double reach = curved ? 0.15 * radius : 0.0;
-                const zgPoint handle(-reach * std::sin(angle), reach * std::cos(angle));
-                shape->addSegment(new zgSegment(zgPoint(center.x + radius * std::cos(angle),
-                                                        center.y + radius * std::sin(angle)),
-                                                handle.negate(), handle));
-            }
-        }
+        for (zgPath *&shape : shapes)
+            shape = randomStarContour(random, curved);
         for (int op : kBooleanOps) {
             XPath first;
             XPath second;

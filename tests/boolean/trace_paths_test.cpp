@@ -574,28 +574,14 @@ TEST(TracePaths, EmptyListGivesNothing)
 TEST(TracePaths, RandomShapesAgreeWithTheirRegions)
 {
     std::mt19937 random(9);
-    std::uniform_real_distribution<double> unit(0.0, 1.0);
     int agreed = 0;
     int sampled = 0;
     int rounds = 0;
     for (int round = 0; round < 40; ++round) {
         const bool curved = round % 2 == 1;
         zgPath *shapes[2];
-        for (zgPath *&shape : shapes) {
-            const zgPoint center(30.0 + 40.0 * unit(random), 30.0 + 40.0 * unit(random));
-            const int count = 3 + int(unit(random) * 6);
-            shape = new zgPath(nullptr, true);
-            for (int i = 0; i < count; ++i) {
-                const double angle = 2.0 * M_PI * (i + 0.8 * unit(random)) / count;
-                const double radius = 15.0 + 25.0 * unit(random);
-                const zgPoint point(center.x + radius * std::cos(angle),
-                                    center.y + radius * std::sin(angle));
-                // Small handles along the tangent of the circle keep blobs simple.
-                const double reach = curved ? 0.15 * radius : 0.0;
-                const zgPoint handle(-reach * std::sin(angle), reach * std::cos(angle));
-                shape->addSegment(new zgSegment(point, handle.negate(), handle));
-            }
-        }
+        for (zgPath *&shape : shapes)
+            shape = randomStarContour(random, curved);
         for (int op : kOps) {
             if (op == XPath::opNone)
                 continue;
@@ -623,4 +609,47 @@ TEST(TracePaths, RandomShapesAgreeWithTheirRegions)
     RecordProperty("sampled", sampled);
     std::printf("tracer region agreement: %d of %d points over %d runs\n", agreed, sampled, rounds);
     EXPECT_EQ(agreed, sampled);
+}
+
+TEST(TracePaths, ChainLocationOnTheEndOfAnOpenContourIsNotTaken)
+{
+    // At p's second corner hangs a chain of two: first a location on the
+    // last segment of an open line, which leads nowhere, then one on r's
+    // first segment. The walk passes over the first and changes to r.
+    XPath shapes;
+    addPolygon(shapes, squarePoints(0, 0, 100));                 // p
+    addPolygon(shapes, {zgPoint(200, 200), zgPoint(100, 0)}, false); // q, ends at (100, 0)
+    addPolygon(shapes, {zgPoint(100, 0), zgPoint(300, 0), zgPoint(300, -100),
+                        zgPoint(100, -100)}); // r, starts at (100, 0)
+    zgPath *p = shapes.children.at(0);
+    zgPath *q = shapes.children.at(1);
+    zgPath *r = shapes.children.at(2);
+    zgCurveLocation *onQ = new zgCurveLocation();
+    zgCurveLocation *onR = new zgCurveLocation();
+    onQ->setSegmentM(q->segments.at(1));
+    onR->setSegmentM(r->segments.at(0));
+    zgTracingInternals::linkIntersections(onQ, onR);
+    p->segments.at(1)->setIntersection(onQ);
+    // A location back to p closes r's loop at p's corner.
+    zgCurveLocation *onP = new zgCurveLocation();
+    onP->setSegmentM(p->segments.at(1));
+    r->segments.at(0)->setIntersection(onP);
+    for (zgSegment *segment : segmentsOf(shapes))
+        segment->winding = 1;
+
+    const QVector<zgPath *> traced
+        = zgTracingInternals::tracePaths(p->segments + r->segments, XPath::opUnite);
+
+    // p's first side, r all round, back at p's corner through the location
+    // on r's start, and the rest of p.
+    ASSERT_EQ(traced.size(), 1);
+    const QVector<zgPoint> expected{zgPoint(0, 0),    zgPoint(100, 0),    zgPoint(300, 0),
+                                    zgPoint(300, -100), zgPoint(100, -100), zgPoint(100, 0),
+                                    zgPoint(100, 100), zgPoint(0, 100)};
+    const QList<zgSegment *> result = traced.at(0)->segments;
+    ASSERT_EQ(result.size(), expected.size());
+    for (int i = 0; i < result.size(); ++i)
+        EXPECT_EQ(result.at(i)->point, expected.at(i)) << i;
+    EXPECT_FALSE(q->segments.at(1)->visited);
+    releasePaths(traced);
 }

@@ -8,7 +8,9 @@
 #include "boolean/tracing_test_support.h"
 #include "boolean/winding_oracle.h"
 
+#include <cmath>
 #include <memory>
+#include <random>
 
 namespace tracingtest {
 
@@ -177,6 +179,27 @@ inline RegionAgreement compareRegions(const QVector<zgPath *> &traced, const QVe
         }
     }
     return agreement;
+}
+
+// A random star-shaped closed contour of 3 to 8 points about a center in
+// (30..70)^2, at radii 15 to 40; curved, its handles lie along the circle's
+// tangent at 0.15 of the radius, which keeps the outline simple.
+inline zgPath *randomStarContour(std::mt19937 &random, bool curved)
+{
+    std::uniform_real_distribution<double> unit(0.0, 1.0);
+    const zgPoint center(30.0 + 40.0 * unit(random), 30.0 + 40.0 * unit(random));
+    const int count = 3 + int(unit(random) * 6);
+    zgPath *shape = new zgPath(nullptr, true);
+    for (int i = 0; i < count; ++i) {
+        const double angle = 2.0 * M_PI * (i + 0.8 * unit(random)) / count;
+        const double radius = 15.0 + 25.0 * unit(random);
+        const zgPoint point(center.x + radius * std::cos(angle),
+                            center.y + radius * std::sin(angle));
+        const double reach = curved ? 0.15 * radius : 0.0;
+        const zgPoint handle(-reach * std::sin(angle), reach * std::cos(angle));
+        shape->addSegment(new zgSegment(point, handle.negate(), handle));
+    }
+    return shape;
 }
 
 } // namespace tracingtest
