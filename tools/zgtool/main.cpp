@@ -123,8 +123,7 @@ int runSamples(const QStringList &args)
             || !renderGrid(booleanSamples(),
                            QStringLiteral("booleans: results filled even-odd, operands in grey"),
                            booleanFile)) {
-        std::fprintf(stderr, "zgtool: cannot write %s
-", qPrintable(fileName));
+        std::fprintf(stderr, "zgtool: cannot write %s\n", qPrintable(fileName));
         return 1;
     }
     for (const QString &picture : {fileName, intersectionFile, effectFile, windingFile,
