@@ -248,3 +248,18 @@ zgRect ZDPath::getBounds(const zgBoundOpt &options, const zgStyle &style, zgMatr
     toXPath(self);
     return self.getBounds(options, style, matrix);
 }
+
+bool ZDPath::containsPt(const zgPoint &point, bool fill, bool stroke, double tolerance)
+{
+    XPath self;
+    toXPath(self);
+    return self.hitTest(point, zgStyle(), zgHitOpt(fill, stroke, false, true, tolerance)).type
+            != zgHitNone;
+}
+
+zgHitResult ZDPath::hitTest(const zgPoint &point, const zgStyle &style, const zgHitOpt &options)
+{
+    XPath self;
+    toXPath(self);
+    return self.hitTest(point, style, options);
+}
