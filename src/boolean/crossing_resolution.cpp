@@ -157,11 +157,12 @@ XPath *XPath::resolveCrossings(bool sort)
     for (zgCurveLocation *location : locations)
         location->addRef();
 
+    // The segments at the overlaps are held too, until the crossings are
+    // divided: a removed segment must stay readable while locations still
+    // name it, which is how the division tells that their curve has gone.
+    QList<zgSegment *> held;
     if (hasOverlaps) {
         const QList<zgCurveLocation *> overlaps = divideLocations(locations, 1);
-        // The segments at the overlaps are held too: removing one while a
-        // later location still names it must leave it readable.
-        QList<zgSegment *> held;
         for (zgCurveLocation *location : overlaps) {
             if (zgSegment *segment = location->segmentM()) {
                 segment->addRef();
@@ -187,8 +188,6 @@ XPath *XPath::resolveCrossings(bool sort)
             if (curve && curve->isStraight() && curve->getLength() == 0.0)
                 previous->remove();
         }
-        for (zgSegment *segment : held)
-            segment->release();
     }
 
     bool changed = false;
@@ -202,6 +201,8 @@ XPath *XPath::resolveCrossings(bool sort)
     }
     for (zgCurveLocation *location : locations)
         location->release();
+    for (zgSegment *segment : held)
+        segment->release();
 
     if (paths.size() < 2 && !changed)
         return this;
