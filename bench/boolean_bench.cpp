@@ -7,6 +7,7 @@
 // the origin, half the integral of r(theta)^2 over the larger (union) or
 // smaller (intersection) radius, by Gauss-Legendre between the known kinks or
 // on a very fine grid; for the squares the exact areas.
+#include "bench_support.h"
 #include "ratio_table.h"
 
 #include "../tests/boolean/boolean_oracle.h"
