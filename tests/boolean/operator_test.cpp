@@ -495,3 +495,21 @@ TEST(OperatorInput, ThousandsOfCurvesInBoundedTime)
     // Not a timing assertion: a hang shows as a test timeout; this records it.
     RecordProperty("seconds", std::to_string(seconds));
 }
+
+TEST(OperatorInput, DeferredModeLeavesEverythingToTheTrackedLists)
+{
+    zgtest::DeferredScope deferred;
+    Result a(square(0, 0, 10));
+    Result b(square(5, 5, 10));
+    for (int op = 1; op <= 4; ++op) {
+        Result result(zgOperatorInternals::computeBoolean(a.get(), b.get(), op, true));
+        ASSERT_TRUE(result);
+        for (zgPath *child : result->children)
+            EXPECT_EQ(child->refCount, 1);
+    }
+    // The working copies' contours were released to the sentinel, not freed.
+    int released = 0;
+    for (zgPath *path : zgPath::s_pathList)
+        released += path->refCount <= -2 ? 1 : 0;
+    EXPECT_GE(released, 8);
+}
