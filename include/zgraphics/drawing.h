@@ -209,6 +209,53 @@ public:
     // The orientation of the first subpath alone.
     bool isClockWise();
 
+    // Set operations and relations ----------------------------------------
+    //
+    // Each converts this path, and other, with toXPath (which cleans both
+    // element lists up first) and asks the compound. The booleans replace
+    // this path by the result's contours; a null result (an open path under
+    // unite, or cut by an open path) leaves it as it is.
+    void unite(ZDPath &other);
+    // flag: whether the contours are sorted by the area of their bounds.
+    void intersect(ZDPath &other, bool flag = true);
+    void subtract(ZDPath &other);
+    // Appends a copy of each contour, oriented by the compound's rule (the
+    // first clockwise, the others counter-clockwise), after the elements
+    // already there; the path is not reset.
+    void evenOdd();
+    // Whether the closed subpaths don't all run the same way as the first
+    // closed one. The element list is read as it stands, without cleanUp.
+    bool isEvenOdd() const;
+    // Cuts this path at its first crossing with other, whose point goes to
+    // point. With flag clear this path becomes the piece of the first
+    // subpath behind the cut, with flag set the piece before it together
+    // with the other subpaths. False, with point untouched, if they don't
+    // cross. The crossing locations are left allocated (to the tracked
+    // lists in deferred mode).
+    bool dividePath(ZDPath &other, QPointF &point, bool flag);
+    // The points of the real crossings with other (crossings and overlap
+    // ends; touching points are not among them).
+    QVector<QPointF> crossPoints(ZDPath &other);
+    // The first of crossPoints, or (0, 0) without one.
+    QPointF bestCrossPoint(ZDPath &other);
+    // Maps point, which lies near oldPath, to the place at the same share of
+    // the length on newPath, at the same distance and side; then moves it so
+    // that a box of rect's size (plus 5) around it touches newPath with a
+    // corner without being cut by it. Within 1 of oldPath the box is not
+    // considered. point itself if either path is empty.
+    static QPointF getSimilarPoint(ZDPath &oldPath, ZDPath &newPath, const zgPoint &point,
+                                   const QRectF &rect);
+    // Whether the intersection with other has a contour. The intersection
+    // made for the answer is not destroyed: each call leaves it allocated.
+    bool intersects(ZDPath &other);
+    // Whether the hit test with a default style and the options
+    // (fill, stroke, curves clear, styleFill set, tolerance) finds anything.
+    bool containsPt(const zgPoint &point, bool fill, bool stroke, double tolerance);
+    // The hit test of the compound. Its pointers refer to objects that are
+    // gone when it returns: only type and point may be used.
+    zgHitResult hitTest(const zgPoint &point, const zgStyle &style, const zgHitOpt &options);
+    zgRect getBounds(const zgBoundOpt &options, const zgStyle &style, zgMatrix *matrix);
+
     // Moves the first and the last point. With a the direction of
     // last - first, A = cos(a) * length + last.x and B = sin(a) * length +
     // last.y: atStart subtracts (A, B) from the first point, atEnd adds (A, A)

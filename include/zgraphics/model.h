@@ -835,6 +835,19 @@ public:
     // is kept.
     void reverse();
 
+    // Crossing resolution ---------------------------------------------------
+    //
+    // A point inside the contour: the centre of its bounds (a flat box
+    // widened to one unit) if that is inside under the fill rule, else the
+    // midpoint of the first two crossings of the horizontal line through the
+    // centre, or the centre itself with fewer than two crossings, even though
+    // it then lies outside.
+    zgPoint getInteriorPoint(bool evenOdd);
+    // Walks the curves from the last to the first and removes straight curves
+    // shorter than 2e-07 and, the same, straight curves collinear with their
+    // next curve; with simplify clear nothing is removed. Returns this contour.
+    zgPath *reduce(bool simplify);
+
     // Signed area. With useCache, a known cached area is returned, the
     // contour's own closed flag is used and the result is stored; without it
     // the closed argument decides whether the closing curve counts. The sum
@@ -1122,6 +1135,39 @@ public:
     void setClockwise(bool clockwise);
     // Reverses each child; their order stays.
     void reverse();
+
+    // Boolean operators -----------------------------------------------------
+    //
+    // Each returns a new compound on the heap that the caller owns, with the
+    // even-odd rule; the operands are not changed (their curve lists may be
+    // built). A compound whose only child is open takes the open route: it is
+    // cut at its crossings with path, and the pieces inside path (intersect)
+    // or outside it (subtract) are kept, with hard ends at the cuts; uniting
+    // or excluding an open contour, or cutting one by another open contour
+    // or by null, gives null. Otherwise a null path, or this compound itself,
+    // makes the operator work on this compound alone. Identical operands give
+    // one copy under unite and intersect and an empty compound under subtract
+    // and exclude.
+    XPath *unite(XPath *path);
+    // sort: whether the contours of each operand are sorted by the area of
+    // their bounds, largest first, before their nesting is fixed.
+    XPath *intersect(XPath *path, bool sort = true);
+    XPath *subtract(XPath *path);
+    XPath *exclude(XPath *path);
+    // Two results: subtract(path), then intersect(path); either may be null
+    // on the open route.
+    QList<XPath *> divide(XPath *path);
+    // reduce(simplify) on each child from the last to the first, taking out
+    // children left without segments. A single child stays a compound.
+    XPath *reduce(bool simplify);
+    // Brings this compound into a form the operators accept, in place:
+    // overlapping stretches of a contour with itself are removed,
+    // self-crossings are traced into simple loops, the loops are sorted by
+    // the area of their bounds if sort is set, and every closed loop is turned
+    // against its nearest container (or like the first loop if it has none).
+    // Under the non-zero rule (evenOdd clear) a loop that adds to the winding
+    // of its container is dropped. Returns this compound.
+    XPath *resolveCrossings(bool sort);
     // The union (zgRect::unite) of the children's zgPath::getBounds, from a
     // zero rectangle: children whose bounds have no area don't count, and no
     // children give the zero rectangle. The arguments are those of
@@ -1157,6 +1203,22 @@ public:
 private:
     friend class XPathInternals;
     friend class zgSweepOrderInternals; // the sweep against a walk over all pairs
+    friend class zgOperatorInternals;
+
+    // Boolean engine: the operators' steps ----------------------------------
+    //
+    // The operator on working copies of both operands (op 1 intersect,
+    // 2 unite, 3 subtract, 4 exclude); sort goes to resolveCrossings.
+    static XPath *computeBoolean(XPath *path1, XPath *path2, int op, bool sort);
+    // The cut of path1's single open contour by the closed shape path2.
+    static XPath *computeOpenBoolean(XPath *path1, XPath *path2, int op);
+    // A new even-odd working copy of path with degenerate curves reduced, and
+    // with its crossings resolved if resolve is set.
+    static XPath *preparePath(XPath *path, bool resolve, bool sort);
+    // A new even-odd compound of paths, reduced if simplify is set; path1
+    // and path2 are not used.
+    static XPath *createResult(QVector<zgPath *> paths, bool simplify, XPath *path1,
+                               XPath *path2);
 
     // All intersections between this compound and other, or within this one
     // if other is null or this. Paths whose bounds don't touch give an empty
@@ -1251,6 +1313,7 @@ private:
     // and dropped otherwise. A closed loop of at most 8 segments and an area
     // within 1e-12 of 0 is dropped, as is a walk that cannot be closed.
     static QVector<zgPath *> tracePaths(QList<zgSegment *> segments, int op);
+
 public:
     // Hit test and containment -------------------------------------------------
     //

@@ -37,6 +37,7 @@ run "help" 0 --help
 for c in samples measure reverse shorten convert intersect self bounds round parallel wave handdrawn noise fit bspline; do contains out.txt "$c" "help documents $c"; done
 for c in samples measure reverse shorten convert intersect self bounds round parallel wave handdrawn noise smooth knots thick; do contains out.txt "$c" "help documents $c"; done
 for c in samples measure reverse shorten convert intersect self bounds round parallel wave handdrawn noise flatten simplify step; do contains out.txt "$c" "help documents $c"; done
+for c in samples measure reverse shorten convert crossings unite intersect subtract exclude divide crosspoints evenodd self bounds round parallel wave handdrawn noise; do contains out.txt "$c" "help documents $c"; done
 
 run "measure" 0 measure "M0 0 L100 0 L100 100" --at-fraction 0.25 --png m.png --svg m.svg
 contains out.txt "^length 200$" "measure prints the length"
@@ -68,10 +69,40 @@ contains out.txt "^M 0 0 C 1 2 3 4 5 6$" "convert round trip through a painter p
 echo "M 0 0 L 3 4" | "$tool" measure - >out.txt 2>err.txt
 contains out.txt "^length 5$" "path data from standard input"
 
-run "intersect" 0 intersect "M0 0 L 100 100" "M 0 100 L 100 0" --png i.png
-contains out.txt "^curve 0 time 0.5 point 50 50 overlap 0 other-curve 0 other-time 0.5$" "intersect prints each location"
-contains out.txt "^crossings 1$" "intersect counts the crossings"
-[ -s i.png ]; check "intersect renders its marks" $?
+run "crossings" 0 crossings "M0 0 L 100 100" "M 0 100 L 100 0" --png i.png
+contains out.txt "^curve 0 time 0.5 point 50 50 overlap 0 other-curve 0 other-time 0.5$" "crossings prints each location"
+contains out.txt "^crossings 1$" "crossings counts them"
+[ -s i.png ]; check "crossings renders its marks" $?
+
+# Booleans of two overlapping squares.
+a="M0 0 L 10 0 L 10 10 L 0 10 Z"
+b="M5 5 L 15 5 L 15 15 L 5 15 Z"
+run "unite" 0 unite "$a" "$b" --png u.png --svg u.svg
+contains out.txt "^M 0 0 L 10 0 L 10 5 L 15 5 L 15 15 L 5 15 L 5 10 L 0 10 L 0 0 Z$" "unite prints the outline"
+[ -s u.png ] && [ -s u.svg ]; check "unite renders PNG and SVG" $?
+run "intersect" 0 intersect "$a" "$b"
+contains out.txt "^M 10 5 L 10 10 L 5 10 L 5 5 L 10 5 Z$" "intersect prints the common square"
+run "subtract" 0 subtract "$a" "$b"
+contains out.txt "^M 0 0 L 10 0 L 10 5 L 5 5 L 5 10 L 0 10 L 0 0 Z$" "subtract prints the L shape"
+run "exclude" 0 exclude "$a" "$b"
+contains out.txt "^M " "exclude prints a path"
+run "divide" 0 divide "$a" "$b" --png d.png
+contains out.txt "^outside M 0 0 L 10 0" "divide prints the outside part"
+contains out.txt "^inside M 10 5 L 10 10 L 5 10" "divide prints the inside part"
+run "unite open" 0 unite "M -5 5 L 20 5" "$a"
+contains out.txt "^null$" "an open path under unite gives null"
+run "subtract open" 0 subtract "M -5 5 L 20 5" "$a"
+contains out.txt "^M 9.99999999999999[0-9]* 5 L 20 5 M -5 5 L [0-9.e-]* 5$" "an open path cut by a square"
+run "crosspoints" 0 crosspoints "M0 0 L 100 100" "M 0 100 L 100 0" --png c.png
+contains out.txt "^point 50 50$" "crosspoints prints each point"
+contains out.txt "^crosspoints 1 best 50 50$" "crosspoints prints the first as best"
+run "evenodd" 0 evenodd "M0 0 L 10 0 L 10 10 Z M 20 0 L 20 10 L 30 10 Z"
+contains out.txt "^mixed-orientation 1$" "evenodd tells mixed orientations"
+run "one path for unite" 2 unite "$a"
+contains err.txt "two paths are needed" "unite needs two paths"
+run "three paths for subtract" 2 subtract "$a" "$b" "$a"
+run "bad data for exclude" 1 exclude "$a" "M 0 0 L x"
+run "no path for evenodd" 2 evenodd
 run "self" 0 self "M0 0 C 200 150 -50 150 150 0"
 contains out.txt "^crossings 1$" "self finds the loop of a cubic"
 run "bounds" 0 bounds "M0 0 L 100 0 L 100 50" --stroke 10 --cap square --join miter --handle --svg b.svg
@@ -81,6 +112,7 @@ contains out.txt "^handle-bounds 0 0 100 50$" "bounds prints the handle bounds"
 grep -q "<rect" b.svg; check "bounds draws its boxes" $?
 run "default intersection page" 0 samples --out s.png
 [ -s s-intersections.png ]; check "samples writes the intersection page" $?
+[ -s s-booleans.png ]; check "samples writes the booleans page" $?
 
 run "round" 0 round "M0 0 L 100 0 L 100 100" --radius 10 --png r.png
 contains out.txt "^M 0 0 L 90 0 C .* 100 10 L 100 100$" "round replaces the corner by a curve"
@@ -208,7 +240,7 @@ run "missing option value" 2 measure "M0 0 L1 1" --at-length
 run "non-numeric option" 2 shorten "M0 0 L1 1" --start abc
 run "no path" 1 measure
 run "unknown target" 2 convert "M0 0" --to jpeg
-run "one path for intersect" 2 intersect "M0 0 L1 1"
+run "one path for crossings" 2 crossings "M0 0 L1 1"
 run "unknown cap" 2 bounds "M0 0 L1 1" --cap pointy
 run "bad noise size" 2 noise --width 0
 run "bad wave option" 2 wave "M0 0 L1 1" --kind x

@@ -325,7 +325,7 @@ int runCrossings(const QString &command, const QStringList &args, bool withOther
 
 int runIntersect(const QStringList &args)
 {
-    return runCrossings(QStringLiteral("intersect"), args, true);
+    return runCrossings(QStringLiteral("crossings"), args, true);
 }
 
 int runSelf(const QStringList &args)

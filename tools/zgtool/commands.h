@@ -33,6 +33,14 @@ int runHandDrawn(const QStringList &args);
 int runNoise(const QStringList &args);
 int runFit(const QStringList &args);
 int runBspline(const QStringList &args);
+// Boolean operators of two paths, their crossing points, the even-odd copy.
+int runUnite(const QStringList &args);
+int runBooleanIntersect(const QStringList &args);
+int runSubtract(const QStringList &args);
+int runExclude(const QStringList &args);
+int runDivide(const QStringList &args);
+int runCrossPoints(const QStringList &args);
+int runEvenOdd(const QStringList &args);
 // Winding, containment and hit tests of points.
 int runContains(const QStringList &args);
 // Smoothing, knot paths and thick outline.

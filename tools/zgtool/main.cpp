@@ -38,10 +38,19 @@ const char *const kUsage =
     "                         print PATH as SVG path data (default) or its element\n"
     "                         list, or after a round trip through the object graph\n"
     "                         (xpath) or a QPainterPath (painter)\n"
-    "  intersect PATH1 PATH2  print the crossings and overlap ends of two paths:\n"
+    "  crossings PATH1 PATH2  print the crossings and overlap ends of two paths:\n"
     "                         curve index, time, point, overlap flag, and the\n"
     "                         curve and time on the other path\n"
     "  self PATH              print the crossings of PATH with itself\n"
+    "  unite | intersect | subtract | exclude PATH1 PATH2\n"
+    "                         the boolean of two paths as SVG path data, or null\n"
+    "                         (an open PATH1 under unite or exclude, or an open\n"
+    "                         PATH2); pictures fill the result by the even-odd rule\n"
+    "  divide PATH1 PATH2     PATH1 outside PATH2 and PATH1 inside PATH2\n"
+    "  crosspoints PATH1 PATH2\n"
+    "                         the crossing points of two paths and the first one\n"
+    "  evenodd PATH           whether the closed subpaths run different ways, then\n"
+    "                         PATH followed by its contours in compound orientation\n"
     "  bounds PATH [--stroke W] [--cap butt|square|round]\n"
     "         [--join bevel|miter|round] [--miter-limit M] [--handle]\n"
     "                         print the bounds (x y width height), the stroke\n"
@@ -146,6 +155,8 @@ int runSamples(const QStringList &args)
          QStringLiteral("smoothing, knot paths and tapered strokes (source in grey)"), smoothingSamples},
         {QStringLiteral("-flatten"),
          QStringLiteral("flattening, simplification (source in grey), stepping"), flattenSamples},
+        {QStringLiteral("-booleans"),
+         QStringLiteral("booleans: results filled even-odd, operands in grey"), booleanSamples},
     };
     QStringList pictures{fileName};
     bool written = renderGrid(samples, QStringLiteral("zgraphics drawing paths"), fileName);
@@ -191,8 +202,22 @@ int main(int argc, char **argv)
         return runShorten(args);
     if (command == QLatin1String("convert"))
         return runConvert(args);
-    if (command == QLatin1String("intersect"))
+    if (command == QLatin1String("crossings"))
         return runIntersect(args);
+    if (command == QLatin1String("unite"))
+        return runUnite(args);
+    if (command == QLatin1String("intersect"))
+        return runBooleanIntersect(args);
+    if (command == QLatin1String("subtract"))
+        return runSubtract(args);
+    if (command == QLatin1String("exclude"))
+        return runExclude(args);
+    if (command == QLatin1String("divide"))
+        return runDivide(args);
+    if (command == QLatin1String("crosspoints"))
+        return runCrossPoints(args);
+    if (command == QLatin1String("evenodd"))
+        return runEvenOdd(args);
     if (command == QLatin1String("self"))
         return runSelf(args);
     if (command == QLatin1String("bounds"))

@@ -41,6 +41,9 @@ QVector<Sample> effectSamples();
 // Spline fitting: curves fitted through a few points and through a noisy
 // stroke, a B-spline cut into Beziers, degree elevation.
 QVector<Sample> fittingSamples();
+// Boolean operators: six operand pairs, each with the result of unite,
+// intersect, subtract and exclude filled over both operands in grey.
+QVector<Sample> booleanSamples();
 // A square with a hole, a figure eight, an open contour, a contour with
 // horizontal edges and a star, over a grid of points coloured by winding.
 QVector<Sample> windingSamples();
