@@ -5,13 +5,6 @@
 
 #include <cmath>
 
-namespace {
-
-const int opIntersect = 1;
-const int opSubtract = 3;
-
-} // namespace
-
 XPath *XPath::computeOpenBoolean(XPath *path1, XPath *path2, int op)
 {
     const bool cutterIsOpen = path2 && path2->children.size() == 1

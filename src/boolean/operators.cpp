@@ -6,11 +6,6 @@
 
 namespace {
 
-// Operator codes of the boolean engine.
-const int opIntersect = 1;
-const int opSubtract = 3;
-const int opExclude = 4;
-
 // Flag word bits of a contour: no segment (overlapsOnly) or no wanted
 // segment (validOverlapsOnly) lies off an overlap.
 const uint32_t overlapsOnly = 0x4;
