@@ -359,7 +359,8 @@ public:
     // make a quadratic whatever degree says. knots is cut or extended to the
     // count of a cubic (control points + 4), so any other degree throws the
     // engine's size mismatch. A short knot vector is extended by its last
-    // step, each new value standing degree + 1 times. It must not end in a
+    // step, each new value standing degree + 1 times (once for a degree below
+    // 0). It must not end in a
     // repeated value: that case is outside the contract (the step is then 0,
     // the last value is repeated, and setKnots rejects the multiplicity in
     // most cases).

@@ -5,6 +5,7 @@
 
 #include <zgraphics/drawing.h>
 
+#include <algorithm>
 #include <cmath>
 
 namespace {
@@ -23,17 +24,20 @@ bool isRegular(const QVector<QPointF> &points, const QVector<double> &knots)
 
 // Extends knots to target values: the last value first stands degree + 1
 // times, then each further value, a step of the last difference on, does.
+// A degree below 0 counts as 0, so that every value stands at least once
+// and the extension ends.
 void extendKnots(QVector<double> &knots, int target, int degree)
 {
+    const int multiplicity = std::max(degree, 0) + 1;
     const double last = knots.isEmpty() ? 0.0 : knots.last();
     const double step = knots.size() < 2 ? 0.0 : last - knots.at(knots.size() - 2);
-    int remaining = degree; // the last value already stands once
+    int remaining = multiplicity - 1; // the last value already stands once
     double value = last;
     while (knots.size() < target) {
         for (; remaining > 0 && knots.size() < target; --remaining)
             knots.append(value);
         value += step;
-        remaining = degree + 1;
+        remaining = multiplicity;
     }
 }
 

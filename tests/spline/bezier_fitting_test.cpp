@@ -537,6 +537,21 @@ TEST(BsplineToBezier, NegativeDegreeThrows)
     EXPECT_EQ(degree, -1);
 }
 
+TEST(BsplineToBezier, ShortKnotsOfThreePointsWithANegativeDegreeAreExtendedOnce)
+{
+    // Three control points make a quadratic whatever the degree says, so the
+    // spline is built; the knots are then extended with each new value
+    // standing once (a degree below 0 counts as 0), to the seven of a cubic,
+    // which the quadratic's six refuse.
+    int degree = -1;
+    EXPECT_EQ(messageOf([&] {
+                  ZDPath::bsplineToBezier({QPointF(0, 0), QPointF(1, 2), QPointF(3, 0)}, {0, 1},
+                                          degree);
+              }),
+              "Expected size: 6, Actual size: 7");
+    EXPECT_EQ(degree, -1);
+}
+
 TEST(BsplineToBezier, KnotLimits)
 {
     int degree = 3;
