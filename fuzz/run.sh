@@ -5,6 +5,8 @@
 #   fuzz/run.sh                      smoke run: every harness for 30 s
 #   fuzz/run.sh --seconds 600        every harness for 600 s
 #   fuzz/run.sh --runs 2000000       every harness for that many executions
+#   fuzz/run.sh --runs 2000 --seed 1 the same executions on every machine (CI):
+#                                    a fresh working corpus and a fixed seed
 #   fuzz/run.sh ... NAME...          only the named harnesses (e.g. boolean_fuzzer)
 #
 # The checked-in seeds (fuzz/corpus/NAME) are read, never written: each run
@@ -15,11 +17,13 @@ set -euo pipefail
 root="$(cd "$(dirname "$0")/.." && pwd)"
 seconds=30
 runs=""
+seed=""
 names=()
 while [ $# -gt 0 ]; do
     case "$1" in
         --seconds) seconds="$2"; shift 2 ;;
         --runs) runs="$2"; shift 2 ;;
+        --seed) seed="$2"; shift 2 ;;
         *) names+=("$1"); shift ;;
     esac
 done
@@ -42,9 +46,13 @@ export UBSAN_OPTIONS="print_stacktrace=1:halt_on_error=1"
 mkdir -p "$build/artifacts"
 for name in "${names[@]}"; do
     work="$build/corpus/$name"
-    mkdir -p "$work"
     limit=(-max_total_time="$seconds")
     [ -n "$runs" ] && limit=(-runs="$runs")
+    if [ -n "$seed" ]; then
+        rm -rf "$work"
+        limit+=(-seed="$seed")
+    fi
+    mkdir -p "$work"
     echo "== $name: ${limit[*]}"
     log="$build/$name.log"
     status=0
