@@ -3,6 +3,8 @@
 // containers.
 #include <zgraphics/model.h>
 
+#include <QtCore/QHash>
+
 #include <algorithm>
 #include <cmath>
 
@@ -134,6 +136,36 @@ zgPoint zgPath::getInteriorPoint(bool evenOdd)
     return point;
 }
 
+namespace {
+
+// Partner and chain pointers hold no reference. Before the held locations
+// are released, those that only this hold keeps alive are taken out of their
+// partner and their chain, so that no location left on a segment points at
+// freed memory when a later division walks its chain.
+void forgetDying(const QList<zgCurveLocation *> &held)
+{
+    QHash<zgCurveLocation *, int> holds;
+    for (zgCurveLocation *location : held)
+        ++holds[location];
+    for (zgCurveLocation *location : held) {
+        if (location->refCount > holds.value(location))
+            continue;
+        zgCurveLocation *partner = location->intersection();
+        if (partner && partner->intersection() == location)
+            partner->setIntersection(nullptr);
+        zgCurveLocation *previous = location->previous();
+        zgCurveLocation *next = location->next();
+        if (previous && previous->next() == location)
+            previous->setNext(next);
+        if (next && next->previous() == location)
+            next->setPrevious(previous);
+        location->setPrevious(nullptr);
+        location->setNext(nullptr);
+    }
+}
+
+} // namespace
+
 XPath *XPath::resolveCrossings(bool sort)
 {
     QVector<zgPath *> paths = children;
@@ -199,6 +231,7 @@ XPath *XPath::resolveCrossings(bool sort)
         paths = tracePaths(segments, 0);
         changed = true;
     }
+    forgetDying(locations);
     for (zgCurveLocation *location : locations)
         location->release();
     for (zgSegment *segment : held)

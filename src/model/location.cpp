@@ -48,15 +48,6 @@ zgCurveLocation::zgCurveLocation(zgCurve *curve, double time, const zgPoint &poi
 
 zgCurveLocation::~zgCurveLocation()
 {
-    // The partner and chain pointers hold no reference: a location that dies
-    // leaves its partner without one and takes itself out of its chain, so
-    // that the locations left never point at freed memory.
-    if (m_intersection && m_intersection->m_intersection == this)
-        m_intersection->m_intersection = nullptr;
-    if (m_previous && m_previous->m_next == this)
-        m_previous->m_next = m_next;
-    if (m_next && m_next->m_previous == this)
-        m_next->m_previous = m_previous;
     zgLifetime::untrack(s_curveLocationList, this);
 }
 

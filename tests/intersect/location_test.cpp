@@ -1325,30 +1325,3 @@ TEST(CurveLocation, ToStringOfALostLocation)
 }
 
 } // namespace
-
-// A location that dies while its partner or chain neighbours live on leaves
-// no pointer to itself behind: the partner's is cleared and the chain closes
-// over the gap, so that the division of a later boolean never reads freed
-// memory through them.
-TEST(LocationLifetime, DyingLocationLeavesNoPointerInItsPartnerOrChain)
-{
-    zgCurveLocation *dying = new zgCurveLocation();
-    zgCurveLocation *partner = new zgCurveLocation();
-    zgCurveLocation *before = new zgCurveLocation();
-    zgCurveLocation *after = new zgCurveLocation();
-    dying->setIntersection(partner);
-    partner->setIntersection(dying);
-    before->setNext(dying);
-    dying->setPrevious(before);
-    dying->setNext(after);
-    after->setPrevious(dying);
-
-    dying->release(); // count 0 to -1: destroyed
-
-    EXPECT_EQ(partner->intersection(), nullptr);
-    EXPECT_EQ(before->next(), after);
-    EXPECT_EQ(after->previous(), before);
-    partner->release();
-    before->release();
-    after->release();
-}
