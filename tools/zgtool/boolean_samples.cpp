@@ -47,7 +47,7 @@ ZDPath frame()
     return path;
 }
 
-ZDPath polyline()
+ZDPath crossingPolyline()
 {
     ZDPath path;
     path.moveTo(-20, 100);
@@ -100,6 +100,6 @@ QVector<Sample> booleanSamples()
     addOperators(samples, QStringLiteral("frame, bar"), frame(), rectangle(-20, 50, 160, 20));
     addOperators(samples, QStringLiteral("shared edge"), rectangle(0, 0, 80, 80),
                  rectangle(80, 0, 80, 80));
-    addOperators(samples, QStringLiteral("polyline, circle"), polyline(), circle(60, 60, 50));
+    addOperators(samples, QStringLiteral("polyline, circle"), crossingPolyline(), circle(60, 60, 50));
     return samples;
 }

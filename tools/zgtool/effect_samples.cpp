@@ -5,6 +5,20 @@
 
 namespace {
 
+ZDPath connector()
+{
+    ZDPath path;
+    path.moveTo(0, 0);
+    path.lineTo(80, 0);
+    path.lineTo(80, 100);
+    path.lineTo(200, 100);
+    return path;
+}
+
+
+
+} // namespace
+
 ZDPath polyline()
 {
     ZDPath path;
@@ -12,16 +26,6 @@ ZDPath polyline()
     path.lineTo(50, 20);
     path.lineTo(100, 90);
     path.lineTo(160, 10);
-    path.lineTo(200, 100);
-    return path;
-}
-
-ZDPath connector()
-{
-    ZDPath path;
-    path.moveTo(0, 0);
-    path.lineTo(80, 0);
-    path.lineTo(80, 100);
     path.lineTo(200, 100);
     return path;
 }
@@ -41,8 +45,6 @@ Sample effect(const QString &label, const ZDPath &source, const ZDPath &result)
     sample.showPoints = false;
     return sample;
 }
-
-} // namespace
 
 QVector<Sample> effectSamples()
 {

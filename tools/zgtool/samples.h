@@ -38,6 +38,12 @@ QVector<Sample> intersectionSamples();
 // at several distances, each wave kind, a hand-drawn line, a noise image.
 QVector<Sample> effectSamples();
 
+// Shapes and the page cell shared by the effect pages: a zigzag polyline, a
+// wavy cubic, and a result drawn over its source in grey without points.
+ZDPath polyline();
+ZDPath curvedLine();
+Sample effect(const QString &label, const ZDPath &source, const ZDPath &result);
+
 // Spline fitting: curves fitted through a few points and through a noisy
 // stroke, a B-spline cut into Beziers, degree elevation.
 QVector<Sample> fittingSamples();

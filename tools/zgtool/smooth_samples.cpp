@@ -3,30 +3,11 @@
 
 namespace {
 
-ZDPath polyline()
-{
-    ZDPath path;
-    path.moveTo(0, 100);
-    path.lineTo(50, 20);
-    path.lineTo(100, 90);
-    path.lineTo(160, 10);
-    path.lineTo(200, 100);
-    return path;
-}
-
 ZDPath straightLine()
 {
     ZDPath path;
     path.moveTo(0, 60);
     path.lineTo(200, 60);
-    return path;
-}
-
-ZDPath curvedLine()
-{
-    ZDPath path;
-    path.moveTo(0, 60);
-    path.cubicTo(QPointF(60, -20), QPointF(120, 140), QPointF(200, 60));
     return path;
 }
 
@@ -39,14 +20,6 @@ ZDPath zigzag()
     path.lineTo(150, 30);
     path.lineTo(200, 90);
     return path;
-}
-
-Sample effect(const QString &label, const ZDPath &source, const ZDPath &result)
-{
-    Sample sample(label, result);
-    sample.source = source;
-    sample.showPoints = false;
-    return sample;
 }
 
 // The chain as a path: a move, then a cubic for each following triple.
