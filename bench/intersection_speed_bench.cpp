@@ -5,6 +5,9 @@
 //   crossingsRandom/n     XPath::getCrossings of two random walks of n cubics
 //   selfFlower/n          XPath::getCrossings(nullptr): the crossings of
 //   selfRandom/n          one path with itself
+//   walk*/n               the same four inputs through a plain walk over
+//                         all curve pairs with the same pair finder: the
+//                         sweep's reference, timed in the same run
 //   measure*/sides        ZDPath::getLength, getPointAt, getTangentAt on a
 //                         closed regular polygon, beside QPainterPath::length,
 //                         pointAtPercent, angleAtPercent on the same polygon
@@ -89,15 +92,68 @@ void releaseAll(const QList<zgCurveLocation *> &locations)
     }
 }
 
-void runCrossings(benchmark::State &state, ZDPath first, ZDPath second, bool self)
+bool isCrossingOrOverlap(zgCurveLocation *location)
+{
+    return location->overlap || location->isCrossing();
+}
+
+// getCrossings by the walk over all pairs of curves: every pair goes to the
+// pair finder, whose box test rejects the pairs apart. The rejection of
+// whole paths by their bounds is left out: these inputs overlap.
+QList<zgCurveLocation *> walkAllPairs(XPath &path, XPath *other)
+{
+    const bool self = !other;
+    const QList<zgCurve *> curves1 = path.getCurves();
+    const QList<zgCurve *> curves2 = self ? curves1 : other->getCurves();
+    QVector<QVector<double>> values2;
+    for (zgCurve *curve : curves2)
+        values2.append(curve->getValues(nullptr));
+    QList<QList<zgCurveLocation *>> groups;
+    zgPath *lastContour = nullptr;
+    for (int i = 0; i < curves1.size(); ++i) {
+        zgCurve *curve1 = curves1.at(i);
+        const QVector<double> values1 = self ? values2.at(i) : curve1->getValues(nullptr);
+        if (groups.isEmpty() || curve1->path() != lastContour) {
+            lastContour = curve1->path();
+            groups.append(QList<zgCurveLocation *>());
+        }
+        QList<zgCurveLocation *> &locations = groups.last();
+        if (self) {
+            opParam param;
+            param.filter = isCrossingOrOverlap;
+            param.joinedAtStart = curves1.size() == 1 && zgNumeric::isZero(values1[0] - values1[6])
+                    && zgNumeric::isZero(values1[1] - values1[7]);
+            zgCurve::getSelfIntersection(values1, curve1, locations, param);
+        }
+        for (int j = self ? i + 1 : 0; j < curves2.size(); ++j) {
+            opParam param;
+            param.filter = isCrossingOrOverlap;
+            if (self) {
+                param.joinedAtStart = curve1->getPrevious() == curves2.at(j);
+                param.joinedAtEnd = curve1->getNext() == curves2.at(j);
+            }
+            zgCurve::getIntersections(values1, values2.at(j), curve1, curves2.at(j), locations,
+                                      param);
+        }
+    }
+    QList<zgCurveLocation *> result;
+    for (const QList<zgCurveLocation *> &group : qAsConst(groups))
+        result.append(group);
+    return result;
+}
+
+void runCrossings(benchmark::State &state, ZDPath first, ZDPath second, bool self,
+                  bool walk = false)
 {
     XPath path1;
     first.toXPath(path1, 0);
     XPath path2;
     second.toXPath(path2, 0);
+    XPath *other = self ? nullptr : &path2;
     int found = 0;
     for (auto _ : state) {
-        const QList<zgCurveLocation *> locations = path1.getCrossings(self ? nullptr : &path2);
+        const QList<zgCurveLocation *> locations = walk ? walkAllPairs(path1, other)
+                                                        : path1.getCrossings(other);
         found = locations.size();
         releaseAll(locations);
     }
@@ -126,6 +182,30 @@ void selfRandom(benchmark::State &state)
 {
     const int n = int(state.range(0));
     runCrossings(state, randomWalk(n, 37), ZDPath(), true);
+}
+
+void walkFlower(benchmark::State &state)
+{
+    const int n = int(state.range(0));
+    runCrossings(state, flowerOutline(n, 0.0), flowerOutline(n, 0.5), false, true);
+}
+
+void walkRandom(benchmark::State &state)
+{
+    const int n = int(state.range(0));
+    runCrossings(state, randomWalk(n, 11), randomWalk(n, 23), false, true);
+}
+
+void walkSelfFlower(benchmark::State &state)
+{
+    const int n = int(state.range(0));
+    runCrossings(state, flowerOutline(n, 0.0), ZDPath(), true, true);
+}
+
+void walkSelfRandom(benchmark::State &state)
+{
+    const int n = int(state.range(0));
+    runCrossings(state, randomWalk(n, 37), ZDPath(), true, true);
 }
 
 QPolygonF regularPolygon(int sides)
@@ -212,6 +292,10 @@ BENCHMARK(crossingsFlower)->Apply(crossingSizes);
 BENCHMARK(crossingsRandom)->Apply(crossingSizes);
 BENCHMARK(selfFlower)->Apply(crossingSizes);
 BENCHMARK(selfRandom)->Apply(crossingSizes);
+BENCHMARK(walkFlower)->Apply(crossingSizes);
+BENCHMARK(walkRandom)->Apply(crossingSizes);
+BENCHMARK(walkSelfFlower)->Apply(crossingSizes);
+BENCHMARK(walkSelfRandom)->Apply(crossingSizes);
 BENCHMARK(measureLengthZg)->Apply(polygonSizes);
 BENCHMARK(measureLengthQt)->Apply(polygonSizes);
 BENCHMARK(measurePointZg)->Apply(polygonSizes);

@@ -2,6 +2,7 @@
 // compound paths, or of one with itself, whose boxes touch, after a
 // rejection of the whole paths by their bounds.
 #include "intersect/box_index.h"
+#include "intersect/separation.h"
 
 #include <zgraphics/model.h>
 
@@ -57,9 +58,12 @@ QList<zgCurveLocation *> XPath::getIntersections(XPath *other,
     values2.reserve(length2);
     std::vector<zgControlBox> boxes2;
     boxes2.reserve(length2);
+    std::vector<zgCurveHull> hulls2;
+    hulls2.reserve(length2);
     for (zgCurve *curve : curves2) {
         values2.append(curve->getValues(nullptr));
         boxes2.emplace_back(values2.last());
+        hulls2.emplace_back(values2.last());
     }
     // Pairs whose boxes do not touch are passed over unseen: the pair test
     // would reject them with no effect. The others run in the order of the
@@ -88,6 +92,7 @@ QList<zgCurveLocation *> XPath::getIntersections(XPath *other,
         if (firstOnly && firstPartner < length2)
             return locations;
         const zgControlBox box1 = self ? boxes2.at(i) : zgControlBox(values1);
+        const zgCurveHull hull1 = self ? hulls2.at(i) : zgCurveHull(values1);
         for (int j : index2.touching(box1)) {
             if (j < firstPartner)
                 continue;
@@ -98,7 +103,17 @@ QList<zgCurveLocation *> XPath::getIntersections(XPath *other,
                 param.joinedAtStart = curve1->getPrevious() == curve2;
                 param.joinedAtEnd = curve1->getNext() == curve2;
             }
-            zgCurve::getIntersections(values1, values2.at(j), curve1, curve2, locations, param);
+            const zgCurveHull &hull2 = hulls2.at(j);
+            if (!hull1.apartFrom(hull2)) {
+                zgCurve::getIntersections(values1, values2.at(j), curve1, curve2, locations,
+                                          param);
+            } else if (!hull1.straight() && !hull2.straight()) {
+                // Apart, the overlap, line and end-point finders match nothing,
+                // so the pair finder would come to the clipping and find all
+                // there is to find there.
+                zgCurve::addCurveIntersections(values1, values2.at(j), curve1, curve2, locations,
+                                               param, 0.0, 1.0, 0.0, 1.0, false, 0.0, 0);
+            }
         }
     }
 
