@@ -1,6 +1,7 @@
 // The intersections of one pair of curves: box rejection, overlaps, and the
 // choice of the finder by straightness.
 #include "intersect/control_box.h"
+#include "intersect/pair_finders.h"
 
 #include <zgraphics/model.h>
 
@@ -30,6 +31,25 @@ void addEndPointMeetings(QVector<double> v1, QVector<double> v2, zgCurve *c1, zg
 
 } // namespace
 
+void zgFindPairIntersections(const QVector<double> &v1, const QVector<double> &v2, zgCurve *c1,
+                             zgCurve *c2, QList<zgCurveLocation *> &locations, opParam &param,
+                             bool straight1, bool straight2)
+{
+    if (straight1 && straight2) {
+        zgCurve::addLineIntersection(v1, v2, c1, c2, locations, param);
+        return;
+    }
+    const int sizeBefore = locations.size();
+    if (!straight1 && !straight2)
+        zgCurve::addCurveIntersections(v1, v2, c1, c2, locations, param, 0.0, 1.0, 0.0, 1.0,
+                                       false, 0.0, 0);
+    else
+        zgCurve::addCurveLineIntersections(v1, v2, c1, c2, locations, param);
+    // Curves that only touch at their ends escape the finders.
+    if (locations.size() == sizeBefore)
+        addEndPointMeetings(v1, v2, c1, c2, locations, param);
+}
+
 QList<zgCurveLocation *> zgCurve::getIntersections(QVector<double> v1, QVector<double> v2,
                                                    zgCurve *c1, zgCurve *c2,
                                                    QList<zgCurveLocation *> &locations,
@@ -51,22 +71,7 @@ QList<zgCurveLocation *> zgCurve::getIntersections(QVector<double> v1, QVector<d
         return locations;
     }
 
-    const bool straight1 = isStraight(v1);
-    const bool straight2 = isStraight(v2);
-    if (straight1 && straight2) {
-        addLineIntersection(v1, v2, c1, c2, locations, param);
-        return locations;
-    }
-
-    const int sizeBefore = locations.size();
-    if (!straight1 && !straight2)
-        addCurveIntersections(v1, v2, c1, c2, locations, param, 0.0, 1.0, 0.0, 1.0, false, 0.0,
-                              0);
-    else
-        addCurveLineIntersections(v1, v2, c1, c2, locations, param);
-    // Curves that only touch at their ends escape the finders.
-    if (locations.size() == sizeBefore)
-        addEndPointMeetings(v1, v2, c1, c2, locations, param);
+    zgFindPairIntersections(v1, v2, c1, c2, locations, param, isStraight(v1), isStraight(v2));
     return locations;
 }
 

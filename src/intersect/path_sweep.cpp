@@ -2,6 +2,7 @@
 // compound paths, or of one with itself, whose boxes touch, after a
 // rejection of the whole paths by their bounds.
 #include "intersect/box_index.h"
+#include "intersect/pair_finders.h"
 #include "intersect/separation.h"
 
 #include <zgraphics/model.h>
@@ -104,15 +105,20 @@ QList<zgCurveLocation *> XPath::getIntersections(XPath *other,
                 param.joinedAtEnd = curve1->getNext() == curve2;
             }
             const zgCurveHull &hull2 = hulls2.at(j);
-            if (!hull1.apartFrom(hull2)) {
-                zgCurve::getIntersections(values1, values2.at(j), curve1, curve2, locations,
-                                          param);
-            } else if (!hull1.straight() && !hull2.straight()) {
-                // Apart, the overlap, line and end-point finders match nothing,
-                // so the pair finder would come to the clipping and find all
-                // there is to find there.
-                zgCurve::addCurveIntersections(values1, values2.at(j), curve1, curve2, locations,
-                                               param, 0.0, 1.0, 0.0, 1.0, false, 0.0, 0);
+            const QVector<double> &curveValues2 = values2.at(j);
+            if (hull1.apartFrom(hull2)) {
+                // Apart, the overlap, line and end-point finders match
+                // nothing; only the clipping may still report (where both
+                // lie on one line, it can pair points far apart).
+                if (!hull1.straight() && !hull2.straight())
+                    zgCurve::addCurveIntersections(values1, curveValues2, curve1, curve2,
+                                                   locations, param, 0.0, 1.0, 0.0, 1.0, false,
+                                                   0.0, 0);
+            } else if (hull1.endsMayLieOn(hull2)) {
+                zgCurve::getIntersections(values1, curveValues2, curve1, curve2, locations, param);
+            } else {
+                zgFindPairIntersections(values1, curveValues2, curve1, curve2, locations, param,
+                                        hull1.straight(), hull2.straight());
             }
         }
     }

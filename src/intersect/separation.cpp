@@ -3,6 +3,8 @@
 
 #include <zgraphics/model.h>
 
+#include <QtCore/qnumeric.h>
+
 #include <algorithm>
 #include <cmath>
 
@@ -17,7 +19,7 @@ zgCurveHull::zgCurveHull(const QVector<double> &values)
         m_scale = std::max({ m_scale, std::fabs(m_x[k]), std::fabs(m_y[k]) });
     }
     if (hasNaN)
-        m_scale = NAN;
+        m_scale = qQNaN();
     m_minX = std::min({ m_x[0], m_x[1], m_x[2], m_x[3] });
     m_maxX = std::max({ m_x[0], m_x[1], m_x[2], m_x[3] });
     m_minY = std::min({ m_y[0], m_y[1], m_y[2], m_y[3] });
@@ -66,12 +68,43 @@ bool zgCurveHull::apartAlongOwnAxes(const zgCurveHull &other, double margin) con
     return false;
 }
 
-bool zgCurveHull::apartFrom(const zgCurveHull &other) const
+double zgCurveHull::marginWith(const zgCurveHull &other) const
 {
     // Beyond 1e100 the products of the projections may overflow; NaN fails too.
     if (!(m_scale < 1e100 && other.m_scale < 1e100))
+        return qQNaN();
+    return 1e-06 + 1e-10 * std::max(m_scale, other.m_scale);
+}
+
+bool zgCurveHull::pointApart(double x, double y, double margin) const
+{
+    if (x - m_maxX > margin || m_minX - x > margin || y - m_maxY > margin || m_minY - y > margin)
+        return true;
+    for (int a = 0; a < m_axisCount; ++a) {
+        const double p = m_normalX[a] * x + m_normalY[a] * y;
+        if (p - m_high[a] > margin || m_low[a] - p > margin)
+            return true;
+    }
+    return false;
+}
+
+bool zgCurveHull::endsMayLieOn(const zgCurveHull &other) const
+{
+    const double margin = marginWith(other);
+    if (std::isnan(margin))
+        return true;
+    const int near = int(!other.pointApart(m_x[0], m_y[0], margin))
+            + int(!other.pointApart(m_x[3], m_y[3], margin))
+            + int(!pointApart(other.m_x[0], other.m_y[0], margin))
+            + int(!pointApart(other.m_x[3], other.m_y[3], margin));
+    return near >= 2;
+}
+
+bool zgCurveHull::apartFrom(const zgCurveHull &other) const
+{
+    const double margin = marginWith(other);
+    if (std::isnan(margin))
         return false;
-    const double margin = 1e-06 + 1e-10 * std::max(m_scale, other.m_scale);
     if (other.m_minX - m_maxX > margin || m_minX - other.m_maxX > margin
             || other.m_minY - m_maxY > margin || m_minY - other.m_maxY > margin)
         return true;

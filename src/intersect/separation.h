@@ -21,6 +21,12 @@ public:
     // infinite or huge coordinates, where rounding has no bound.
     bool apartFrom(const zgCurveHull &other) const;
 
+    // Whether at least two of the four end points of the two curves lie
+    // within the margin of apartFrom of the other curve's polygon. Where
+    // fewer do, getOverlaps finds fewer than two ends of one curve on the
+    // other, and so no overlap.
+    bool endsMayLieOn(const zgCurveHull &other) const;
+
     // zgCurve::isStraight of the values.
     bool straight() const { return m_straight; }
 
@@ -30,6 +36,10 @@ private:
     static const int kAxes = 4;
 
     bool apartAlongOwnAxes(const zgCurveHull &other, double margin) const;
+    bool pointApart(double x, double y, double margin) const;
+    // 1e-06 plus 1e-10 of the largest coordinate of both; NaN where a
+    // coordinate is NaN, infinite or beyond 1e100.
+    double marginWith(const zgCurveHull &other) const;
 
     double m_x[4];
     double m_y[4];
