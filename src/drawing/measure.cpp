@@ -1,4 +1,7 @@
-// Measures of a drawing path along its length, through a local XPath.
+// Measures of a drawing path along its length: the length, the point and the
+// tangent read the curves from the elements, the others through a local XPath.
+#include "drawing/element_curves.h"
+
 #include <zgraphics/drawing.h>
 #include <zgraphics/model.h>
 
@@ -11,16 +14,6 @@ namespace {
 zgPoint noPoint()
 {
     return zgPoint(qQNaN(), qQNaN());
-}
-
-double totalLength(const QList<zgCurve *> &curves)
-{
-    double sum = 0.0;
-    for (zgCurve *curve : curves) {
-        if (curve)
-            sum += curve->getLength();
-    }
-    return sum;
 }
 
 // The offset of target into a curve of the given length that starts at sum.
@@ -67,9 +60,15 @@ double lengthTo(const QList<zgCurve *> &curves, const zgPoint &point)
 
 double ZDPath::getLength()
 {
-    XPath xpath;
-    toXPath(xpath, 0);
-    return totalLength(xpath.getCurves());
+    // The curves that toXPath would make, read from the elements: the same
+    // values and order give the same sum, without building the graph.
+    cleanUp();
+    double sum = 0.0;
+    zgForEachElementCurve(elements, [&sum](const QVector<double> &values) {
+        sum += zgCurve::getLength(values, 0.0, 1.0);
+        return true;
+    });
+    return sum;
 }
 
 double ZDPath::getLength(const zgPoint &point)
@@ -103,29 +102,28 @@ zgPoint ZDPath::getPointAt(double t)
 {
     if (!(t >= 0.0 && t <= 1.0))
         return noPoint();
-    XPath xpath;
-    toXPath(xpath, 0);
-    const double target = totalLength(xpath.getCurves()) * t;
-    // The walk runs on a conversion of the list as a second toXPath would
-    // clean it; mostly the one just made.
+    const double target = getLength() * t;
+    // The walk runs on the curves of the list as a second toXPath would
+    // clean it; mostly the ones just measured.
     const bool otherCurves = cleanUpWouldChange(*this);
     if (otherCurves)
-        toXPath(xpath, 0);
+        cleanUp();
     // The whole length ends where the curve that reaches it ends, however
     // the sums rounded on the way.
     const bool wholeLength = t == 1.0 && !otherCurves;
+    zgPoint found = noPoint();
     double sum = 0.0;
-    for (zgCurve *curve : xpath.getCurves()) {
-        if (!curve)
-            continue;
-        const double length = curve->getLength();
+    zgForEachElementCurve(elements, [&](const QVector<double> &values) {
+        const double length = zgCurve::getLength(values, 0.0, 1.0);
         if (target <= sum + length) {
             const double offset = wholeLength ? length : offsetInto(target, sum, length);
-            return curve->getPointAt(offset, false);
+            found = zgCurve::getPoint(values, zgCurve::getTimeAt(values, offset, -100.0));
+            return false;
         }
         sum += length;
-    }
-    return noPoint();
+        return true;
+    });
+    return found;
 }
 
 QPointF ZDPath::pointAtPercent(double p)
@@ -180,25 +178,38 @@ zgPoint ZDPath::getNearestPoint(const zgPoint &point)
 
 zgPoint ZDPath::getTangentAt(const zgPoint &point)
 {
-    XPath xpath;
-    toXPath(xpath, 0);
-    const double length = lengthTo(xpath.getCurves(), point);
+    cleanUp();
+    // getLength(point) on the curves of the elements.
+    double length = -1.0;
+    double before = 0.0;
+    zgForEachElementCurve(elements, [&](const QVector<double> &values) {
+        const double t = zgCurve::getTimeOf(values, point);
+        if (t != -100.0) {
+            length = before + zgCurve::getLength(values, 0.0, t);
+            return false;
+        }
+        before += zgCurve::getLength(values, 0.0, 1.0);
+        return true;
+    });
     if (length == -1.0)
         return noPoint();
-    // The walk runs on a conversion of the list as a second toXPath would
-    // clean it; mostly the one just made.
+    // The walk runs on the curves of the list as a second toXPath would
+    // clean it; mostly the ones just measured.
     if (cleanUpWouldChange(*this))
-        toXPath(xpath, 0);
+        cleanUp();
+    zgPoint found = noPoint();
     double sum = 0.0;
-    for (zgCurve *curve : xpath.getCurves()) {
-        if (!curve)
-            continue;
-        const double curveLength = curve->getLength();
-        if (sum + curveLength >= length)
-            return curve->getTangentAt(offsetInto(length, sum, curveLength), false);
+    zgForEachElementCurve(elements, [&](const QVector<double> &values) {
+        const double curveLength = zgCurve::getLength(values, 0.0, 1.0);
+        if (sum + curveLength >= length) {
+            const double offset = offsetInto(length, sum, curveLength);
+            found = zgCurve::getTangent(values, zgCurve::getTimeAt(values, offset, -100.0));
+            return false;
+        }
         sum += curveLength;
-    }
-    return noPoint();
+        return true;
+    });
+    return found;
 }
 
 double ZDPath::getTangent(int start, bool atStart)

@@ -262,15 +262,23 @@ zgCurveLocation *zgCurveLocation::insert(QList<zgCurveLocation *> &locations,
         }
     }
     // Binary search; an equal key goes behind the entries already there.
+    // The location's own path and key are read once: the first read makes
+    // them known, and later reads give the same.
+    zgPath *locationPath = location->getPath();
+    bool locationKeyKnown = false;
+    double locationKey = 0.0;
     int low = 0;
     int high = locations.size() - 1;
     while (low <= high) {
         const int middle = (low + high) / 2;
         zgCurveLocation *entry = locations.at(middle);
         zgPath *entryPath = entry->getPath();
-        zgPath *locationPath = location->getPath();
+        if (locationPath == entryPath && !locationKeyKnown) {
+            locationKey = location->getIndex() + location->getTime();
+            locationKeyKnown = true;
+        }
         const double diff = locationPath == entryPath
-                ? (location->getIndex() + location->getTime()) - (entry->getIndex() + entry->getTime())
+                ? locationKey - (entry->getIndex() + entry->getTime())
                 : double(pathId(locationPath) - pathId(entryPath));
         if (diff >= 0.0)
             low = middle + 1;
