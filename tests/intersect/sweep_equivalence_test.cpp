@@ -170,6 +170,12 @@ public:
         case 3:
             // On a small grid most edges meet or overlap another.
             return gridPolygon(std::min(n, 60));
+        case 5:
+            // Many edges through one point: crossings that merge.
+            return fan(std::min(n, 60));
+        case 6:
+            // Circles on a grid that touch, coincide or sit a hair apart.
+            return circle();
         default:
             return star(n);
         }
@@ -256,6 +262,51 @@ private:
         return path;
     }
 
+    // A polygon that comes back to (500, 500) after every rim point, with
+    // some of its pieces curved along the spoke: crossings and overlaps that
+    // all stand at the centre, and ends that meet there.
+    zgPath *fan(int n)
+    {
+        zgPath *path = new zgPath(nullptr, chance(0.5));
+        const zgPoint centre(500.0, 500.0);
+        for (int k = 0; k < n; ++k) {
+            if (k % 2 == 0) {
+                path->addSegment(new zgSegment(centre, zgPoint(), zgPoint()));
+                continue;
+            }
+            const double angle = 2.0 * kPi * below(12) / 12.0;
+            const zgPoint rim(500.0 + 300.0 * std::cos(angle), 500.0 + 300.0 * std::sin(angle));
+            // A handle along the spoke keeps the piece on its line.
+            const zgPoint along = chance(0.5) ? zgPoint()
+                    : zgPoint((centre.x - rim.x) * 0.2, (centre.y - rim.y) * 0.2);
+            path->addSegment(new zgSegment(rim, along, along.negate()));
+        }
+        return path;
+    }
+
+    // A circle of four cubic arcs with its centre on a 100-unit grid and a
+    // radius of 50 (touching a neighbour), 50 shifted by 1e-07 or 3e-07
+    // (near-coincident with a copy), or 70 (crossing).
+    zgPath *circle()
+    {
+        const double kappa = 0.5522847498307936;
+        const double cx = 400.0 + 100.0 * below(3);
+        const double cy = 400.0 + 100.0 * below(3);
+        const double shifts[] = { 0.0, 0.0, 1e-07, 3e-07 };
+        const double r = chance(0.2) ? 70.0 : 50.0 + shifts[below(4)];
+        zgPath *path = new zgPath(nullptr, true);
+        const int start = below(4);
+        for (int k = 0; k < 4; ++k) {
+            const double angle = kPi / 2.0 * (start + k);
+            const double c = std::cos(angle);
+            const double s = std::sin(angle);
+            const zgPoint tangent(-s * r * kappa, c * r * kappa);
+            path->addSegment(new zgSegment(zgPoint(cx + r * c, cy + r * s), tangent.negate(),
+                                           tangent));
+        }
+        return path;
+    }
+
     // A closed star polygon that crosses itself.
     zgPath *star(int n)
     {
@@ -328,13 +379,13 @@ Outcome outcomeOf(QList<zgCurveLocation *> locations)
 void checkCase(std::uint64_t seed, int &nonEmpty)
 {
     Inputs inputs(seed);
-    const int family = inputs.below(5);
+    const int family = inputs.below(7);
     const bool self = inputs.chance(0.4);
     XPath first;
     fill(first, inputs, family);
     XPath second;
     if (!self)
-        fill(second, inputs, inputs.chance(0.7) ? family : inputs.below(5));
+        fill(second, inputs, inputs.chance(0.7) ? family : inputs.below(7));
     XPath *other = self ? (inputs.chance(0.5) ? nullptr : &first) : &second;
     const Filter filter = filterOf(inputs.below(4));
     const bool firstOnly = inputs.chance(0.15);
