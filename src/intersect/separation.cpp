@@ -88,15 +88,32 @@ bool zgCurveHull::pointApart(double x, double y, double margin) const
     return false;
 }
 
+bool zgCurveHull::closesOnItself() const
+{
+    return zgPoint(m_x[0], m_y[0]).isClose(zgPoint(m_x[3], m_y[3]), 1e-12);
+}
+
 bool zgCurveHull::endsMayLieOn(const zgCurveHull &other) const
 {
     const double margin = marginWith(other);
     if (std::isnan(margin))
         return true;
-    const int near = int(!other.pointApart(m_x[0], m_y[0], margin))
+    int near = int(!other.pointApart(m_x[0], m_y[0], margin))
             + int(!other.pointApart(m_x[3], m_y[3], margin))
             + int(!pointApart(other.m_x[0], other.m_y[0], margin))
             + int(!pointApart(other.m_x[3], other.m_y[3], margin));
+    // An end of this curve equal to an end of the other gives the same pair
+    // of end times from either side, so the two count once; not so where a
+    // curve closes on itself within 1e-12, as getTimeOf then answers 0.0 for
+    // its end.
+    if (!closesOnItself() && !other.closesOnItself()) {
+        for (int a = 0; a < 4; a += 3) {
+            for (int b = 0; b < 4; b += 3) {
+                if (m_x[a] == other.m_x[b] && m_y[a] == other.m_y[b])
+                    --near;
+            }
+        }
+    }
     return near >= 2;
 }
 

@@ -37,6 +37,8 @@ private:
 
     bool apartAlongOwnAxes(const zgCurveHull &other, double margin) const;
     bool pointApart(double x, double y, double margin) const;
+    // The end point lies within 1e-12 of the start.
+    bool closesOnItself() const;
     // 1e-06 plus 1e-10 of the largest coordinate of both; NaN where a
     // coordinate is NaN, infinite or beyond 1e100.
     double marginWith(const zgCurveHull &other) const;
