@@ -106,19 +106,19 @@ QList<zgCurveLocation *> XPath::getIntersections(XPath *other,
             }
             const zgCurveHull &hull2 = hulls2.at(j);
             const QVector<double> &curveValues2 = values2.at(j);
-            if (hull1.apartFrom(hull2)) {
-                // Apart, the overlap, line and end-point finders match
-                // nothing; only the clipping may still report (where both
-                // lie on one line, it can pair points far apart).
-                if (!hull1.straight() && !hull2.straight())
-                    zgCurve::addCurveIntersections(values1, curveValues2, curve1, curve2,
-                                                   locations, param, 0.0, 1.0, 0.0, 1.0, false,
-                                                   0.0, 0);
-            } else if (hull1.endsMayLieOn(hull2)) {
+            if (hull1.endsMayLieOn(hull2)) {
                 zgCurve::getIntersections(values1, curveValues2, curve1, curve2, locations, param);
+            } else if (hull1.straight() || hull2.straight()) {
+                // Apart, the line and the curve and line finders match
+                // nothing, and neither do the end points.
+                if (!hull1.apartFrom(hull2))
+                    zgFindPairIntersections(values1, curveValues2, curve1, curve2, locations,
+                                            param, hull1.straight(), hull2.straight());
             } else {
+                // The clipping runs whatever the distance: where both curves
+                // lie on one line, it can pair points far apart.
                 zgFindPairIntersections(values1, curveValues2, curve1, curve2, locations, param,
-                                        hull1.straight(), hull2.straight());
+                                        false, false);
             }
         }
     }
