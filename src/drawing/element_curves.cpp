@@ -22,12 +22,19 @@ struct Contour
     bool closed = false;
 };
 
-// The values of the curve from a to b, added as zgCurve::getValues adds
-// them.
-QVector<double> curveValues(const Node &a, const Node &b)
+// Writes the values of the curve from a to b into values, added as
+// zgCurve::getValues adds them. One array serves all curves; a visitor that
+// keeps a copy keeps its own, as the writes detach a shared array.
+void setCurveValues(QVector<double> &values, const Node &a, const Node &b)
 {
-    return { a.point.x, a.point.y, a.point.x + a.handleOut.x, a.point.y + a.handleOut.y,
-             b.point.x + b.handleIn.x, b.point.y + b.handleIn.y, b.point.x, b.point.y };
+    values[0] = a.point.x;
+    values[1] = a.point.y;
+    values[2] = a.point.x + a.handleOut.x;
+    values[3] = a.point.y + a.handleOut.y;
+    values[4] = b.point.x + b.handleIn.x;
+    values[5] = b.point.y + b.handleIn.y;
+    values[6] = b.point.x;
+    values[7] = b.point.y;
 }
 
 const Node &nextNode(const Contour &contour, int i)
@@ -38,12 +45,14 @@ const Node &nextNode(const Contour &contour, int i)
 
 // zgPath::isClockwise of a fresh closed contour: its area, summed over its
 // curves from 0.0, is not negative.
-bool isClockwise(const Contour &contour)
+bool isClockwise(const Contour &contour, QVector<double> &values)
 {
     double area = 0.0;
     const int n = int(contour.nodes.size());
-    for (int i = 0; i < n; ++i)
-        area += zgCurve::getArea(curveValues(contour.nodes[i], nextNode(contour, i)));
+    for (int i = 0; i < n; ++i) {
+        setCurveValues(values, contour.nodes[i], nextNode(contour, i));
+        area += zgCurve::getArea(values);
+    }
     return area >= 0.0;
 }
 
@@ -113,16 +122,18 @@ void zgForEachElementCurve(const QVector<ZDPathElement> &elements,
                            const std::function<bool(const QVector<double> &)> &visit)
 {
     std::vector<Contour> contours = contoursOf(elements);
+    QVector<double> values(8);
     for (int k = 0; k < int(contours.size()); ++k) {
         Contour &contour = contours[k];
-        if (contour.closed && isClockwise(contour) != (k == 0))
+        if (contour.closed && isClockwise(contour, values) != (k == 0))
             reverse(contour);
     }
     for (const Contour &contour : contours) {
         const int n = int(contour.nodes.size());
         const int curveCount = contour.closed ? n : n - 1;
         for (int i = 0; i < curveCount; ++i) {
-            if (!visit(curveValues(contour.nodes[i], nextNode(contour, i))))
+            setCurveValues(values, contour.nodes[i], nextNode(contour, i));
+            if (!visit(values))
                 return;
         }
     }
