@@ -538,3 +538,66 @@ TEST(SweepEquivalence, FlatDegenerateAndNaNPiecesKeepTheOrder)
         }
     }
 }
+
+namespace {
+
+// A one-curve closed contour: a loop from p back to p through two handles.
+zgPath *loop(const zgPoint &p, const zgPoint &out, const zgPoint &in)
+{
+    zgPath *path = new zgPath(nullptr, true);
+    path->addSegment(new zgSegment(p, in, out));
+    return path;
+}
+
+// An open contour of one cubic.
+zgPath *cubic(const zgPoint &a, const zgPoint &b, const zgPoint &c, const zgPoint &d)
+{
+    zgPath *path = new zgPath(nullptr, false);
+    path->addSegment(new zgSegment(a, zgPoint(), b.subtract(a)));
+    path->addSegment(new zgSegment(d, c.subtract(d), zgPoint()));
+    return path;
+}
+
+} // namespace
+
+// Curves that share end points exactly, among them curves that close on
+// themselves (where a shared end gives two different pairs of end times),
+// identical and reversed copies, and straight pieces just beyond and well
+// beyond the point tolerance of curves: the cases where the sweep decides
+// that the overlap search or a finder cannot report.
+TEST(SweepEquivalence, SharedEndsLoopsAndStraightPiecesNearCurves)
+{
+    const zgPoint p(100.0, 100.0);
+    const double offsets[] = { 0.0, 1e-07, 3e-07, 1e-06, 2e-06, 1.0 };
+    int found = 0;
+    for (double offset : offsets) {
+        XPath loops;
+        loops.addChild(loop(p, zgPoint(40.0, 10.0), zgPoint(10.0, 40.0)));
+        loops.addChild(loop(p, zgPoint(10.0, 40.0), zgPoint(40.0, 10.0)));
+        loops.addChild(loop(zgPoint(p.x + offset, p.y), zgPoint(40.0, 10.0), zgPoint(10.0, 40.0)));
+        loops.addChild(loop(p, zgPoint(-30.0, 5.0), zgPoint(5.0, -30.0)));
+        XPath curves;
+        // Cubics that start or end at p, one a reversed copy of another,
+        // and one on the loops' handles.
+        curves.addChild(cubic(p, zgPoint(130.0, 90.0), zgPoint(150.0, 120.0), zgPoint(170.0, 100.0)));
+        curves.addChild(cubic(zgPoint(170.0, 100.0), zgPoint(150.0, 120.0), zgPoint(130.0, 90.0), p));
+        curves.addChild(cubic(p, zgPoint(140.0, 110.0), zgPoint(110.0, 140.0), p));
+        // Straight pieces: along a loop's tangent, through p, and beside a
+        // curve at the offset.
+        curves.addChild(straightLine(p.x, p.y, p.x + 40.0, p.y + 10.0));
+        curves.addChild(straightLine(p.x - 20.0, p.y + offset, p.x - 5.0, p.y + offset));
+        curves.addChild(straightLine(170.0 + offset, 80.0, 170.0 + offset, 120.0));
+        curves.addChild(straightLine(60.0, 60.0 - offset, 200.0, 60.0 - offset));
+        found += compareRuns(loops, nullptr);
+        found += compareRuns(curves, nullptr);
+        found += compareRuns(loops, &curves);
+        found += compareRuns(curves, &loops);
+        XPath both;
+        both.addChild(loop(p, zgPoint(40.0, 10.0), zgPoint(10.0, 40.0)));
+        both.addChild(cubic(p, zgPoint(140.0, 110.0), zgPoint(110.0, 140.0), p));
+        found += compareRuns(both, nullptr);
+        found += compareRuns(both, &loops);
+    }
+    // Many of these pairs do meet.
+    EXPECT_GT(found, 50);
+}
