@@ -70,12 +70,6 @@ struct Chain
     double t[4];
     double d[4];
     int size;
-
-    void reverse()
-    {
-        std::reverse(t, t + size);
-        std::reverse(d, d + size);
-    }
 };
 
 // getConvexHull: top is the upper chain.
@@ -102,12 +96,16 @@ void convexHull(double dq0, double dq1, double dq2, double dq3, Chain &top, Chai
         std::swap(top, bottom);
 }
 
-// clipConvexHullPart.
-double clipChain(const Chain &part, bool top, double threshold)
+// clipConvexHullPart on the chain's points in the order given by step: +1
+// from the first, -1 from the last, which reads the reversed chain without
+// reversing it.
+double clipChain(const Chain &part, int step, bool top, double threshold)
 {
-    double px = part.t[0];
-    double py = part.d[0];
-    for (int i = 1; i < part.size; ++i) {
+    const int first = step > 0 ? 0 : part.size - 1;
+    double px = part.t[first];
+    double py = part.d[first];
+    for (int k = 1; k < part.size; ++k) {
+        const int i = first + step * k;
         const double qx = part.t[i];
         const double qy = part.d[i];
         const bool reached = top ? !(qy < threshold) : !(qy > threshold);
@@ -122,17 +120,20 @@ double clipChain(const Chain &part, bool top, double threshold)
     return qQNaN();
 }
 
-// clipConvexHull.
-double clipHull(const Chain &top, const Chain &bottom, double dMin, double dMax)
+// clipConvexHull, on the chains read forward (step +1) or reversed (-1).
+double clipHull(const Chain &top, const Chain &bottom, int step, double dMin, double dMax)
 {
-    if (top.d[0] < dMin)
-        return clipChain(top, true, dMin);
-    if (bottom.d[0] > dMax)
-        return clipChain(bottom, false, dMax);
-    return top.t[0];
+    const int topFirst = step > 0 ? 0 : top.size - 1;
+    const int bottomFirst = step > 0 ? 0 : bottom.size - 1;
+    if (top.d[topFirst] < dMin)
+        return clipChain(top, step, true, dMin);
+    if (bottom.d[bottomFirst] > dMax)
+        return clipChain(bottom, step, false, dMax);
+    return top.t[topFirst];
 }
 
-// subdivide, both halves.
+// subdivide, both halves; the halves alone are written where only one is
+// needed, with the same operations.
 void halve(const Values &v, double t, Values &before, Values &after)
 {
     const double u = 1.0 - t;
@@ -146,22 +147,40 @@ void halve(const Values &v, double t, Values &before, Values &after)
     after = { x9, y9, x8, y8, x6, y6, v[6], v[7] };
 }
 
+Values firstHalf(const Values &v, double t)
+{
+    const double u = 1.0 - t;
+    const double x4 = u * v[0] + t * v[2], y4 = u * v[1] + t * v[3];
+    const double x5 = u * v[2] + t * v[4], y5 = u * v[3] + t * v[5];
+    const double x6 = u * v[4] + t * v[6], y6 = u * v[5] + t * v[7];
+    const double x7 = u * x4 + t * x5, y7 = u * y4 + t * y5;
+    const double x8 = u * x5 + t * x6, y8 = u * y5 + t * y6;
+    const double x9 = u * x7 + t * x8, y9 = u * y7 + t * y8;
+    return { v[0], v[1], x4, y4, x7, y7, x9, y9 };
+}
+
+Values secondHalf(const Values &v, double t)
+{
+    const double u = 1.0 - t;
+    const double x4 = u * v[0] + t * v[2], y4 = u * v[1] + t * v[3];
+    const double x5 = u * v[2] + t * v[4], y5 = u * v[3] + t * v[5];
+    const double x6 = u * v[4] + t * v[6], y6 = u * v[5] + t * v[7];
+    const double x7 = u * x4 + t * x5, y7 = u * y4 + t * y5;
+    const double x8 = u * x5 + t * x6, y8 = u * y5 + t * y6;
+    const double x9 = u * x7 + t * x8, y9 = u * y7 + t * y8;
+    return { x9, y9, x8, y8, x6, y6, v[6], v[7] };
+}
+
 // getPart.
 Values part(Values values, double from, double to)
 {
     const bool flip = from > to;
     if (flip)
         std::swap(from, to);
-    Values before;
-    Values after;
-    if (from > 0.0) {
-        halve(values, from, before, after);
-        values = after;
-    }
-    if (to < 1.0) {
-        halve(values, (to - from) / (1.0 - from), before, after);
-        values = before;
-    }
+    if (from > 0.0)
+        values = secondHalf(values, from);
+    if (to < 1.0)
+        values = firstHalf(values, (to - from) / (1.0 - from));
     if (flip)
         values = { values[6], values[7], values[4], values[5], values[2], values[3], values[0],
                    values[1] };
@@ -205,12 +224,10 @@ int clipStep(ClipSearch &search, const Values &v1, const Values &v2, double tMin
     if (d1 == 0.0 && d2 == 0.0 && dp0 == 0.0 && dp1 == 0.0 && dp2 == 0.0 && dp3 == 0.0)
         return calls;
 
-    const double tMinClip = clipHull(top, bottom, dMin, dMax);
+    const double tMinClip = clipHull(top, bottom, 1, dMin, dMax);
     if (std::isnan(tMinClip))
         return calls;
-    top.reverse();
-    bottom.reverse();
-    const double tMaxClip = clipHull(top, bottom, dMin, dMax);
+    const double tMaxClip = clipHull(top, bottom, -1, dMin, dMax);
     if (std::isnan(tMaxClip))
         return calls;
 
