@@ -36,13 +36,15 @@ int zgControlBoxIndex::build(int first, int count)
     const int at = int(m_nodes.size());
     m_nodes.push_back(Node());
     const zgControlBox &firstBox = m_boxes[m_order[first]];
-    Node node = { firstBox.minX, firstBox.maxX, firstBox.minY, firstBox.maxY, first, count, -1 };
+    Node node = { firstBox.minX, firstBox.maxX, firstBox.minY, firstBox.maxY, m_order[first],
+                  first, count, -1 };
     for (int k = first + 1; k < first + count; ++k) {
         const zgControlBox &box = m_boxes[m_order[k]];
         node.minX = std::min(node.minX, box.minX);
         node.maxX = std::max(node.maxX, box.maxX);
         node.minY = std::min(node.minY, box.minY);
         node.maxY = std::max(node.maxY, box.maxY);
+        node.lastPosition = std::max(node.lastPosition, m_order[k]);
     }
     if (count > kLeafSize) {
         // Halve at the median centre along the longer side of the node.
@@ -67,11 +69,12 @@ int zgControlBoxIndex::build(int first, int count)
     return at;
 }
 
-std::vector<int> zgControlBoxIndex::touching(const zgControlBox &box) const
+void zgControlBoxIndex::touching(const zgControlBox &box, int first,
+                                 std::vector<int> &found) const
 {
-    std::vector<int> found;
+    found.clear();
     if (m_nodes.empty())
-        return found;
+        return;
     // The same bounds as in touchedBy, computed once.
     const double highX = box.maxX + 2e-07;
     const double lowX = box.minX - 2e-07;
@@ -83,6 +86,8 @@ std::vector<int> zgControlBoxIndex::touching(const zgControlBox &box) const
     stack[depth++] = 0;
     while (depth > 0) {
         const Node &node = m_nodes[stack[--depth]];
+        if (node.lastPosition < first)
+            continue;
         if (!(node.minX < highX && node.maxX > lowX && node.minY < highY && node.maxY > lowY))
             continue;
         if (node.count == 0) {
@@ -91,10 +96,10 @@ std::vector<int> zgControlBoxIndex::touching(const zgControlBox &box) const
             continue;
         }
         for (int k = node.first; k < node.first + node.count; ++k) {
-            if (box.touchedBy(m_boxes[m_order[k]]))
-                found.push_back(m_order[k]);
+            const int position = m_order[k];
+            if (position >= first && box.touchedBy(m_boxes[position]))
+                found.push_back(position);
         }
     }
     std::sort(found.begin(), found.end());
-    return found;
 }

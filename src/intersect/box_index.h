@@ -15,9 +15,9 @@ public:
     // left out, since it touches nothing.
     explicit zgControlBoxIndex(const std::vector<zgControlBox> &boxes);
 
-    // The positions of every held box b for which box.touchedBy(b) holds,
-    // ascending.
-    std::vector<int> touching(const zgControlBox &box) const;
+    // Writes to found the positions from first on of every held box b for
+    // which box.touchedBy(b) holds, ascending.
+    void touching(const zgControlBox &box, int first, std::vector<int> &found) const;
 
 private:
     // A node's bounds are the smallest minimum and the largest maximum of
@@ -26,6 +26,7 @@ private:
     struct Node
     {
         double minX, maxX, minY, maxY;
+        int lastPosition;  // the largest position of its boxes
         int first;  // leaf: first entry in m_order; inner: index of the left child
         int count;  // leaf: number of entries; inner: 0
         int right;  // inner: index of the right child

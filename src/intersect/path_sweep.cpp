@@ -71,6 +71,8 @@ QList<zgCurveLocation *> XPath::getIntersections(XPath *other,
     // two nested loops over all pairs.
     const zgControlBoxIndex index2(boxes2);
 
+    std::vector<int> partners;
+
     // One list per contour of this compound keeps each contour's sorted order apart.
     QList<QList<zgCurveLocation *>> groups;
     zgPath *lastContour = nullptr;
@@ -94,9 +96,8 @@ QList<zgCurveLocation *> XPath::getIntersections(XPath *other,
             return locations;
         const zgControlBox box1 = self ? boxes2.at(i) : zgControlBox(values1);
         const zgCurveHull hull1 = self ? hulls2.at(i) : zgCurveHull(values1);
-        for (int j : index2.touching(box1)) {
-            if (j < firstPartner)
-                continue;
+        index2.touching(box1, firstPartner, partners);
+        for (int j : partners) {
             zgCurve *curve2 = curves2.at(j);
             opParam param;
             param.filter = filter;
