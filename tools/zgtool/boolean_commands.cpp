@@ -29,27 +29,33 @@ CommandLine booleanCommand(const QString &command, const QString &summary, int c
     return line;
 }
 
-// Parses the command line, which must name count paths, and reads them;
-// 0, or the exit code of a usage error or of bad data.
-int readPaths(CommandLine &line, const QStringList &args, int count, CommonOptions &common,
-              QVector<ZDPath> &paths)
+// Parses the command line, which must name count paths, and reads them.
+// False when the command is to stop, with exitCode set: after the help, a
+// usage error or bad data.
+bool readPaths(CommandLine &line, const QStringList &args, int count, CommonOptions &common,
+               QVector<ZDPath> &paths, int &exitCode)
 {
-    if (!line.parse(args))
-        return line.exitCode();
+    if (!line.parse(args)) {
+        exitCode = line.exitCode();
+        return false;
+    }
+    exitCode = 2;
     if (line.argumentCount() != count) {
         printError(count == 1 ? QStringLiteral("%1: a path is needed").arg(line.command())
                               : QStringLiteral("%1: two paths are needed").arg(line.command()));
-        return 2;
+        return false;
     }
+    exitCode = 1;
     common = commonOptions(line);
     for (int i = 0; i < count; ++i) {
         common.pathData = line.argument(i);
         ZDPath path;
         if (!readPath(common, path))
-            return 1;
+            return false;
         paths.append(path);
     }
-    return 0;
+    exitCode = 0;
+    return true;
 }
 
 // One picture cell per result: the result filled by the even-odd rule over
@@ -79,7 +85,8 @@ int runOperator(const QString &command, const QString &summary, const QStringLis
     CommandLine line = booleanCommand(command, summary, 2, true);
     CommonOptions common;
     QVector<ZDPath> paths;
-    if (const int code = readPaths(line, args, 2, common, paths))
+    int code = 0;
+    if (!readPaths(line, args, 2, common, paths, code))
         return code;
     XPath first;
     XPath second;
@@ -134,7 +141,8 @@ int runDivide(const QStringList &args)
             QStringLiteral("Prints PATH1 outside PATH2 and PATH1 inside PATH2."), 2, true);
     CommonOptions common;
     QVector<ZDPath> paths;
-    if (const int code = readPaths(line, args, 2, common, paths))
+    int code = 0;
+    if (!readPaths(line, args, 2, common, paths, code))
         return code;
     XPath first;
     XPath second;
@@ -162,7 +170,8 @@ int runCrossPoints(const QStringList &args)
             2, false);
     CommonOptions common;
     QVector<ZDPath> paths;
-    if (const int code = readPaths(line, args, 2, common, paths))
+    int code = 0;
+    if (!readPaths(line, args, 2, common, paths, code))
         return code;
     ZDPath first = paths.at(0);
     ZDPath second = paths.at(1);
@@ -183,7 +192,8 @@ int runEvenOdd(const QStringList &args)
                            "prints PATH followed by its contours in compound orientation."), 1, true);
     CommonOptions common;
     QVector<ZDPath> paths;
-    if (const int code = readPaths(line, args, 1, common, paths))
+    int code = 0;
+    if (!readPaths(line, args, 1, common, paths, code))
         return code;
     ZDPath path = paths.at(0);
     std::printf("mixed-orientation %d\n", path.isEvenOdd() ? 1 : 0);

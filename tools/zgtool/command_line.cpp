@@ -95,7 +95,7 @@ void CommandLine::addOption(const QString &name, const QString &valueName, const
 {
     QCommandLineOption option(name, description, valueName, defaultValue);
     m_parser->addOption(option);
-    m_options.append({name, valueName, description, defaultValue});
+    m_options.append({name, valueName, description, defaultValue, false});
 }
 
 void CommandLine::addPictureOptions()
@@ -104,6 +104,7 @@ void CommandLine::addPictureOptions()
               QStringLiteral("draw the input and the result side by side into a PNG picture"));
     addOption(QStringLiteral("svg"), QStringLiteral("FILE"),
               QStringLiteral("the same picture as an SVG document"));
+    markShared(2);
 }
 
 void CommandLine::addResultOptions()
@@ -113,6 +114,13 @@ void CommandLine::addResultOptions()
                              "coordinates"));
     addOption(QStringLiteral("with-operands"), QString(),
               QStringLiteral("with --out, draw the input paths in grey under the result"));
+    markShared(2);
+}
+
+void CommandLine::markShared(int count)
+{
+    for (int i = m_options.size() - count; i < m_options.size(); ++i)
+        m_options[i].shared = true;
 }
 
 const CommandLine::Option *CommandLine::findOption(const QString &argument) const
@@ -160,8 +168,13 @@ bool CommandLine::parse(const QStringList &args)
     }
     if (!m_parser->parse(prepared)) {
         const QStringList unknown = m_parser->unknownOptionNames();
-        if (unknown.isEmpty())
-            return usageError(m_parser->errorText());
+        if (unknown.isEmpty()) {
+            // The parser's sentence, in the form of the other messages.
+            QString message = m_parser->errorText();
+            if (message.endsWith(QLatin1Char('.')))
+                message.chop(1);
+            return usageError(message.left(1).toLower() + message.mid(1));
+        }
         const QString &name = unknown.first();
         return usageError(QStringLiteral("unknown option '%1%2'")
                                   .arg(name.size() > 1 ? QStringLiteral("--") : QStringLiteral("-"), name));
@@ -243,7 +256,17 @@ QString CommandLine::helpText() const
     for (const auto &argument : m_arguments)
         text += helpEntry(argument.first, argument.second);
     text += QStringLiteral("\noptions:\n");
+    // The command's own options first, then those every command shares.
+    QVector<Option> options;
     for (const Option &option : m_options) {
+        if (!option.shared)
+            options << option;
+    }
+    for (const Option &option : m_options) {
+        if (option.shared)
+            options << option;
+    }
+    for (const Option &option : qAsConst(options)) {
         QString term = QStringLiteral("--") + option.name;
         if (!option.valueName.isEmpty())
             term += QLatin1Char(' ') + option.valueName;

@@ -65,10 +65,13 @@ private:
         QString valueName;
         QString description;
         QString defaultValue;
+        bool shared; // one of the options many commands have, listed last
         bool pair() const { return valueName.contains(QLatin1Char(' ')); }
     };
     const Option *findOption(const QString &argument) const;
     bool usageError(const QString &message);
+    // Marks the last count options as shared.
+    void markShared(int count);
 
     QString m_command;
     QString m_summary;

@@ -27,8 +27,8 @@ CommonOptions commonOptions(const CommandLine &line);
 void printError(const QString &message);
 // The path data an argument stands for: the text of standard input for -,
 // the content of a file (path data, or the shapes of an SVG document as
-// path data, with the elements not read listed on standard error), else the
-// argument itself. False with a one-line message.
+// path data, with the elements not read listed on standard error; FILE#ID
+// reads only the element of that id), else the argument itself. False with a one-line message.
 bool readPathData(const QString &argument, QString &data);
 // Parses the path argument (see readPathData); false with a message.
 bool readPath(const CommonOptions &common, ZDPath &path);

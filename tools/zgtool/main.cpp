@@ -124,8 +124,7 @@ const char *const kUsage =
 
 int usageError(const QString &message)
 {
-    std::fprintf(stderr, "zgtool: %s\n", qPrintable(message));
-    std::fprintf(stderr, "try 'zgtool --help'\n");
+    std::fprintf(stderr, "zgtool: %s (see 'zgtool --help')\n", qPrintable(message));
     return 2;
 }
 

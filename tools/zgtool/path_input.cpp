@@ -42,6 +42,14 @@ bool readPathData(const QString &argument, QString &data)
 {
     QByteArray content;
     QString name;
+    // FILE#ID picks one element of an SVG document.
+    QString fileName = argument;
+    QString id;
+    const int hash = argument.lastIndexOf(QLatin1Char('#'));
+    if (hash > 0 && QFileInfo(argument.left(hash)).isFile()) {
+        fileName = argument.left(hash);
+        id = argument.mid(hash + 1);
+    }
     if (argument == QLatin1String("-")) {
         QFile in;
         if (!in.open(stdin, QIODevice::ReadOnly)) {
@@ -50,14 +58,14 @@ bool readPathData(const QString &argument, QString &data)
         }
         content = in.readAll();
         name = QStringLiteral("standard input");
-    } else if (QFileInfo(argument).isFile()) {
-        QFile file(argument);
+    } else if (QFileInfo(fileName).isFile()) {
+        QFile file(fileName);
         if (!file.open(QIODevice::ReadOnly)) {
-            printError(QStringLiteral("cannot read %1: %2").arg(argument, file.errorString()));
+            printError(QStringLiteral("cannot read %1: %2").arg(fileName, file.errorString()));
             return false;
         }
         content = file.readAll();
-        name = argument;
+        name = fileName;
     } else if (argument.endsWith(QLatin1String(".svg"), Qt::CaseInsensitive)) {
         printError(QStringLiteral("cannot read %1: no such file").arg(argument));
         return false;
@@ -66,14 +74,21 @@ bool readPathData(const QString &argument, QString &data)
         return true;
     }
     if (!isXml(content)) {
+        if (!id.isEmpty()) {
+            printError(QStringLiteral("%1: #%2 picks an element of an SVG document, and this holds "
+                                      "path data").arg(name, id));
+            return false;
+        }
         data = QString::fromUtf8(content);
         return true;
     }
     ZDPath path;
     QMap<QString, int> skipped;
     QString error;
-    if (!readSvgDocument(content, path, skipped, error)) {
-        printError(QStringLiteral("%1:%2").arg(name, error));
+    if (!readSvgDocument(content, id, path, skipped, error)) {
+        // "FILE:LINE:COLUMN: message" where the error has a place.
+        const QString separator = error.at(0).isDigit() ? QStringLiteral(":") : QStringLiteral(": ");
+        printError(name + separator + error);
         return false;
     }
     reportSkipped(name, skipped);

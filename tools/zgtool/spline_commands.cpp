@@ -36,16 +36,21 @@ CommandLine splineCommand(const QString &command, const QString &summary, bool w
     return line;
 }
 
-// Parses the command line and reads the points' text; 0, or the exit code.
-int readOptions(CommandLine &line, const QStringList &args, QString &data)
+// Parses the command line and reads the points' text. False when the
+// command is to stop, with exitCode set: after the help, a usage error or
+// unreadable input.
+bool readOptions(CommandLine &line, const QStringList &args, QString &data, int &exitCode)
 {
-    if (!line.parse(args))
-        return line.exitCode();
+    if (!line.parse(args)) {
+        exitCode = line.exitCode();
+        return false;
+    }
+    exitCode = 1;
     if (line.argument(0).isNull()) {
         printError(QStringLiteral("%1: no points given").arg(line.command()));
-        return 1;
+        return false;
     }
-    return readPathData(line.argument(0), data) ? 0 : 1;
+    return readPathData(line.argument(0), data);
 }
 
 // Numbers separated by commas or white space; false with a message on
@@ -126,7 +131,8 @@ int runFit(const QStringList &args)
             QStringLiteral("The cubic through every point (bezierFitting): prints the Bezier "
                            "control points and the curve as SVG path data."), false);
     QString data;
-    if (const int code = readOptions(line, args, data))
+    int code = 0;
+    if (!readOptions(line, args, data, code))
         return code;
     QVector<QPointF> points;
     QString error;
@@ -161,7 +167,8 @@ int runBspline(const QStringList &args)
             QStringLiteral("The B-spline of the control points POINTS on the knots K as Bezier "
                            "pieces."), true);
     QString data;
-    if (const int code = readOptions(line, args, data))
+    int code = 0;
+    if (!readOptions(line, args, data, code))
         return code;
     double degreeValue = 3.0;
     if (!line.number(QStringLiteral("degree"), degreeValue))

@@ -57,14 +57,14 @@ bool parseNumbers(const QString &text, QVector<double> &numbers)
 class SvgReader
 {
 public:
-    SvgReader(const QByteArray &content, ZDPath &path, QMap<QString, int> &skipped)
-        : m_xml(content), m_path(path), m_skipped(skipped) {}
+    SvgReader(const QByteArray &content, const QString &id, ZDPath &path, QMap<QString, int> &skipped)
+        : m_xml(content), m_id(id), m_path(path), m_skipped(skipped) {}
 
     bool read(QString &error);
 
 private:
-    void readChildren(const QTransform &outer);
-    void readElement(const QTransform &outer);
+    void readChildren(const QTransform &outer, bool chosen);
+    void readElement(const QTransform &outer, bool chosen);
     bool readShape(const QString &name, ZDPath &shape);
     bool readRect(ZDPath &shape);
     bool readPoints(bool closed, ZDPath &shape);
@@ -74,6 +74,8 @@ private:
     QString attribute(const QString &name) const;
 
     QXmlStreamReader m_xml;
+    QString m_id;      // the element to read, or empty for all
+    bool m_idFound = false;
     ZDPath &m_path;
     QMap<QString, int> &m_skipped;
     QString m_error;
@@ -100,7 +102,7 @@ bool SvgReader::read(QString &error)
                 || (!m_xml.namespaceUri().isEmpty() && m_xml.namespaceUri() != kSvgNamespace)) {
             fail(QStringLiteral("is not an SVG document's root element <svg>"));
         } else {
-            readChildren(QTransform());
+            readChildren(QTransform(), m_id.isEmpty());
         }
     }
     // The rest of the document must be well-formed too.
@@ -110,17 +112,21 @@ bool SvgReader::read(QString &error)
         m_error = QStringLiteral("%1:%2: %3").arg(m_xml.lineNumber()).arg(m_xml.columnNumber())
                           .arg(m_xml.errorString());
     }
+    if (m_error.isEmpty() && !m_id.isEmpty() && !m_idFound)
+        m_error = QStringLiteral("no drawn element has the id '%1'").arg(m_id);
     error = m_error;
     return m_error.isEmpty();
 }
 
-void SvgReader::readChildren(const QTransform &outer)
+void SvgReader::readChildren(const QTransform &outer, bool chosen)
 {
     while (m_error.isEmpty() && m_xml.readNextStartElement())
-        readElement(outer);
+        readElement(outer, chosen);
 }
 
-void SvgReader::readElement(const QTransform &outer)
+// Reads an element and what it holds; shapes are kept if chosen (inside the
+// element of the id asked for, or all without one).
+void SvgReader::readElement(const QTransform &outer, bool chosen)
 {
     const QString name = m_xml.name().toString();
     const bool otherVocabulary = !m_xml.namespaceUri().isEmpty() && m_xml.namespaceUri() != kSvgNamespace;
@@ -128,13 +134,17 @@ void SvgReader::readElement(const QTransform &outer)
         m_xml.skipCurrentElement();
         return;
     }
+    if (!chosen && !m_id.isEmpty() && attribute(QStringLiteral("id")) == m_id) {
+        chosen = true;
+        m_idFound = true;
+    }
     QTransform local;
     if (!transform(local))
         return;
     // The element's own transform acts first, then its groups' outward.
     const QTransform total = local * outer;
     if (name == QLatin1String("g") || name == QLatin1String("a")) {
-        readChildren(total);
+        readChildren(total, chosen);
         return;
     }
     ZDPath shape;
@@ -142,7 +152,9 @@ void SvgReader::readElement(const QTransform &outer)
         QStringLiteral("path"), QStringLiteral("rect"), QStringLiteral("circle"), QStringLiteral("ellipse"),
         QStringLiteral("line"), QStringLiteral("polyline"), QStringLiteral("polygon"),
     };
-    if (!shapes.contains(name)) {
+    if (!chosen) {
+        // not asked for
+    } else if (!shapes.contains(name)) {
         ++m_skipped[name];
     } else if (readShape(name, shape)) {
         shape.transform(total);
@@ -195,7 +207,7 @@ bool SvgReader::readShape(const QString &name, ZDPath &shape)
 }
 
 // A rectangle from its top left corner clockwise (on a y-down screen); with
-// rounded corners, quarter ellipses of radii rx, ry as cubics.
+// rounded corners, from the end of the top left corner.
 bool SvgReader::readRect(ZDPath &shape)
 {
     double x = 0.0;
@@ -223,15 +235,29 @@ bool SvgReader::readRect(ZDPath &shape)
         shape.addRect(QRectF(x, y, width, height));
         return true;
     }
-    const auto n = [](double value) { return QString::number(value, 'g', 17); };
-    const QString arc = QStringLiteral(" A %1 %2 0 0 1 ").arg(n(rx), n(ry));
-    const QString data = QStringLiteral("M %1 %2 H %3").arg(n(x + rx), n(y), n(x + width - rx))
-            + arc + n(x + width) + ' ' + n(y + ry) + QStringLiteral(" V ") + n(y + height - ry)
-            + arc + n(x + width - rx) + ' ' + n(y + height) + QStringLiteral(" H ") + n(x + rx)
-            + arc + n(x) + ' ' + n(y + height - ry) + QStringLiteral(" V ") + n(y + ry)
-            + arc + n(x + rx) + ' ' + n(y) + QStringLiteral(" Z");
-    QString error;
-    return parseSvgPath(data, shape, error) || fail(error);
+    // Corners as quarter ellipses of one cubic each, handles 4/3 (sqrt 2 - 1)
+    // of the radius long; sides as lines where they are longer than zero.
+    const double handle = 4.0 / 3.0 * (std::sqrt(2.0) - 1.0);
+    const double kx = rx * handle;
+    const double ky = ry * handle;
+    const double right = x + width;
+    const double bottom = y + height;
+    shape.moveTo(x + rx, y);
+    if (right - rx > x + rx)
+        shape.lineTo(right - rx, y);
+    shape.cubicTo(QPointF(right - rx + kx, y), QPointF(right, y + ry - ky), QPointF(right, y + ry));
+    if (bottom - ry > y + ry)
+        shape.lineTo(right, bottom - ry);
+    shape.cubicTo(QPointF(right, bottom - ry + ky), QPointF(right - rx + kx, bottom),
+                  QPointF(right - rx, bottom));
+    if (right - rx > x + rx)
+        shape.lineTo(x + rx, bottom);
+    shape.cubicTo(QPointF(x + rx - kx, bottom), QPointF(x, bottom - ry + ky), QPointF(x, bottom - ry));
+    if (bottom - ry > y + ry)
+        shape.lineTo(x, y + ry);
+    shape.cubicTo(QPointF(x, y + ry - ky), QPointF(x + rx - kx, y), QPointF(x + rx, y));
+    shape.closeSubpath();
+    return true;
 }
 
 // points="x,y x,y ..." as a move and lines, closed for a polygon. An odd
@@ -328,11 +354,11 @@ QString number(double value)
 
 } // namespace
 
-bool readSvgDocument(const QByteArray &content, ZDPath &path, QMap<QString, int> &skipped,
-                     QString &error)
+bool readSvgDocument(const QByteArray &content, const QString &id, ZDPath &path,
+                     QMap<QString, int> &skipped, QString &error)
 {
     ZDPath read;
-    SvgReader reader(content, read, skipped);
+    SvgReader reader(content, id, read, skipped);
     if (!reader.read(error))
         return false;
     path = read;

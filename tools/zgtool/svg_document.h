@@ -19,12 +19,14 @@
 // <metadata>, elements with display="none" and elements of other XML
 // vocabularies (sodipodi:, inkscape:, rdf:) are passed over silently. Other
 // SVG elements (<use>, <text>, <image>, <switch>, a nested <svg>, ...) are
-// counted by name in skipped and not read.
+// counted by name in skipped and not read. With an id, only the element of
+// that id and what it holds are read (with the transforms of its groups); no
+// such element outside the passed-over content is an error.
 // Returns false with error set to "LINE:COLUMN: message" for a document
 // that is not well-formed, is not SVG, or holds a value the reader rejects
 // (a length in units other than px, bad path data, a bad transform).
-bool readSvgDocument(const QByteArray &content, ZDPath &path, QMap<QString, int> &skipped,
-                     QString &error);
+bool readSvgDocument(const QByteArray &content, const QString &id, ZDPath &path,
+                     QMap<QString, int> &skipped, QString &error);
 
 // Writes results as filled (closed) or stroked (open) blue paths over the
 // operands in grey, in the paths' own coordinates with a margin around
