@@ -319,6 +319,23 @@ run "elements not read" 0 measure other.svg
 contains out.txt "^length 40$" "the shapes that are read are measured"
 contains err.txt "other.svg: skipped 1 <image>, 2 <text>, 1 <use> (not read)" "elements not read are listed"
 one_line err.txt "elements not read are listed once"
+cat >layers.svg <<'SVG'
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE svg PUBLIC "-//W3C//DTD SVG 1.1//EN" "http://www.w3.org/Graphics/SVG/1.1/DTD/svg11.dtd" [
+  <!ENTITY ns_svg "http://www.w3.org/2000/svg">
+]>
+<svg xmlns="&ns_svg;" xmlns:sodipodi="http://sodipodi.sourceforge.net/DTD/sodipodi-0.dtd">
+  <sodipodi:namedview id="view"/>
+  <g style="fill:red; display : none"><rect width="100" height="100"/></g>
+  <g style="display:inline"><rect width="10" height="10"/></g>
+</svg>
+SVG
+run "hidden layer and a declared entity" 0 measure layers.svg
+contains out.txt "^length 40$" "a layer hidden by its style is not read; an entity in the DTD is"
+[ ! -s err.txt ]; check "other vocabularies are passed over silently" $?
+printf '<svg>%s<rect width="1" height="1"/>%s</svg>' "$(printf '<g>%.0s' $(seq 1001))" "$(printf '</g>%.0s' $(seq 1001))" >deep.svg
+run "groups nested too deep" 1 measure deep.svg
+contains err.txt "nested more than 1000 levels deep" "deep nesting is refused, not followed to the stack's end"
 printf '<svg xmlns="http://www.w3.org/2000/svg">\n  <rect width="10" height="10">\n</svg>\n' >bad.svg
 run "bad XML" 1 measure bad.svg
 contains err.txt "^zgtool: bad.svg:3:[0-9]*: " "bad XML names the line and column"

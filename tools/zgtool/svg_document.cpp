@@ -72,10 +72,12 @@ private:
     bool transform(QTransform &result);
     bool fail(const QString &message);
     QString attribute(const QString &name) const;
+    bool isHidden() const;
 
     QXmlStreamReader m_xml;
     QString m_id;      // the element to read, or empty for all
     bool m_idFound = false;
+    int m_depth = 0; // groups open around the element being read
     ZDPath &m_path;
     QMap<QString, int> &m_skipped;
     QString m_error;
@@ -93,6 +95,15 @@ bool SvgReader::fail(const QString &message)
 QString SvgReader::attribute(const QString &name) const
 {
     return m_xml.attributes().value(name).toString();
+}
+
+// display="none" as an attribute or in the style attribute (as drawing
+// programs hide layers): the element and its content are not drawn.
+bool SvgReader::isHidden() const
+{
+    static const QRegularExpression hiddenStyle(QStringLiteral("(^|;)\\s*display\\s*:\\s*none\\s*(;|$)"));
+    return attribute(QStringLiteral("display")).trimmed() == QLatin1String("none")
+            || hiddenStyle.match(attribute(QStringLiteral("style"))).hasMatch();
 }
 
 bool SvgReader::read(QString &error)
@@ -130,8 +141,13 @@ void SvgReader::readElement(const QTransform &outer, bool chosen)
 {
     const QString name = m_xml.name().toString();
     const bool otherVocabulary = !m_xml.namespaceUri().isEmpty() && m_xml.namespaceUri() != kSvgNamespace;
-    if (otherVocabulary || kNotDrawn.contains(name) || attribute(QStringLiteral("display")) == QLatin1String("none")) {
+    if (otherVocabulary || kNotDrawn.contains(name) || isHidden()) {
         m_xml.skipCurrentElement();
+        return;
+    }
+    // Groups are read by recursion: a bound keeps a hostile file off the stack's end.
+    if (m_depth >= 1000) {
+        fail(QStringLiteral("is nested more than 1000 levels deep"));
         return;
     }
     if (!chosen && !m_id.isEmpty() && attribute(QStringLiteral("id")) == m_id) {
@@ -144,7 +160,9 @@ void SvgReader::readElement(const QTransform &outer, bool chosen)
     // The element's own transform acts first, then its groups' outward.
     const QTransform total = local * outer;
     if (name == QLatin1String("g") || name == QLatin1String("a")) {
+        ++m_depth;
         readChildren(total, chosen);
+        --m_depth;
         return;
     }
     ZDPath shape;
