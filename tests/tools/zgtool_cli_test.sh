@@ -346,6 +346,9 @@ contains err.txt "'1cm' is not a length in user units or px" "a unit other than 
 printf '<svg><rect width="1" height="1" transform="rotate(1 2)"/></svg>' >turn.svg
 run "bad transform" 1 measure turn.svg
 contains err.txt "rotate of 2 numbers" "a bad transform is named"
+printf '<svg><g transform="scale(1e300)"><rect width="1e10" height="1" transform="scale(1e10)"/></g></svg>' >far.svg
+run "coordinates out of range" 1 measure far.svg
+contains err.txt "far.svg:1:[0-9]*: <rect> lies out of range after its transforms" "a shape beyond the doubles is refused"
 printf '<html/>' >page.svg
 run "not SVG" 1 measure page.svg
 printf '<svg><text>a</text></svg>' >empty.svg

@@ -3,7 +3,6 @@
 #include "commands.h"
 
 #include "command_options.h"
-#include "render.h"
 #include "svgpath.h"
 
 #include <zgraphics/drawing.h>

@@ -176,6 +176,12 @@ void SvgReader::readElement(const QTransform &outer, bool chosen)
         ++m_skipped[name];
     } else if (readShape(name, shape)) {
         shape.transform(total);
+        for (const ZDPathElement &e : qAsConst(shape.elements)) {
+            if (!std::isfinite(e.x) || !std::isfinite(e.y)) {
+                fail(QStringLiteral("lies out of range after its transforms"));
+                return;
+            }
+        }
         m_path.addPath(shape, false);
     }
     // Children of shapes (<title>, animations) and of skipped elements are not read.
