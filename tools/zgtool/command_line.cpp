@@ -185,10 +185,9 @@ bool CommandLine::parse(const QStringList &args)
         return false;
     }
     m_positional.clear();
-    for (QString arg : m_parser->positionalArguments())
+    for (const QString &arg : m_parser->positionalArguments())
         m_positional << (arg.startsWith(kShield) ? arg.mid(1) : arg);
-    const bool repeats = !m_arguments.isEmpty() && m_arguments.last().first.endsWith(QLatin1String("..."));
-    if (!repeats && m_positional.size() > m_arguments.size())
+    if (m_positional.size() > m_arguments.size())
         return usageError(QStringLiteral("unexpected argument '%1'").arg(m_positional.at(m_arguments.size())));
     return true;
 }

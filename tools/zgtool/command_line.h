@@ -20,7 +20,8 @@ public:
     // summary is the paragraph under the usage line of the help text.
     CommandLine(const QString &command, const QString &summary);
 
-    // A positional argument, in order; a name ending in "..." repeats.
+    // A positional argument, in order. More arguments than these are a usage
+    // error; fewer are for the command to judge.
     void addArgument(const QString &name, const QString &description);
     // An option --name. An empty valueName makes a flag; a valueName of two
     // words ("X Y") takes two values, read back joined by a space. The
@@ -45,8 +46,9 @@ public:
     QString value(const QString &name) const;
     // Every value given, in order.
     QStringList values(const QString &name) const;
-    // The value as a finite number into value; false with a usage error
-    // (exit code 2) for anything else.
+    // The value as a finite number into value, which an absent option
+    // without a default leaves alone; false with a usage error (exit code 2)
+    // for anything else.
     bool number(const QString &name, double &value);
     // Every value of a two-value option as a finite point into points; false
     // with a usage error (exit code 2) for anything else.

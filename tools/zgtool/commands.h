@@ -1,4 +1,5 @@
-// zgtool sub-commands on paths given as SVG path data. Each returns the
+// zgtool sub-commands on paths given as SVG path data, files or SVG
+// documents. Each takes the arguments after its name and returns the
 // process exit code: 0 on success, 1 for bad data, 2 for bad usage.
 #ifndef ZGTOOL_COMMANDS_H
 #define ZGTOOL_COMMANDS_H
