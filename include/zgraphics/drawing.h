@@ -472,8 +472,8 @@ public:
     // Prepares a walk of the curve (points in curve order) with the current
     // scale: stepCount is the control polygon's length times scale,
     // truncated, and at least 2 (also when that product is NaN); a product
-    // beyond the int range saturates at INT_MAX - 1, so that the up-counting
-    // walk can still pass it.
+    // above 1048576 (2^20) is cut to 2^20, which bounds the work of a walk
+    // or search (and keeps the up-counting walk within the int range).
     void init(double x1, double y1, double x2, double y2, double x3, double y3, double x4,
               double y4);
     void init(QPointF p1, QPointF p2, QPointF p3, QPointF p4);
