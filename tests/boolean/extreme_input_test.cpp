@@ -7,6 +7,7 @@
 #include <zgraphics/model.h>
 
 #include "extreme_input.h"
+#include "model/model_test_support.h"
 
 #include <gtest/gtest.h>
 
@@ -208,4 +209,19 @@ TEST(BooleanExtremeInput, ResolveCrossingsAndCrossingsOfBadCompounds)
     EXPECT_TRUE(empty->getCrossings(empty.get()).isEmpty());
     EXPECT_EQ(empty->resolveCrossings(false), empty.get());
     EXPECT_TRUE(empty->isEmpty());
+}
+
+TEST(BooleanExtremeInput, DeferredModeGivesTheSameShapeOfResults)
+{
+    // With release only marking, the bad operands run through the same
+    // steps; every object is left to the tracked lists and swept at the end.
+    zgtest::DeferredScope deferred;
+    for (Operand &operand : badOperands()) {
+        Result square = compoundOf(squarePath(5, 5, 10));
+        for (int op = XPath::opIntersect; op <= XPath::opExclude; ++op) {
+            Result result(apply(operand.xpath.get(), square.get(), op));
+            ASSERT_NE(result, nullptr) << operand.name << " op " << op;
+            EXPECT_XPATH_WELL_FORMED(*result) << operand.name << " op " << op;
+        }
+    }
 }
