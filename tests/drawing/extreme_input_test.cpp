@@ -469,3 +469,34 @@ TEST(DrawingExtremeInput, HugeAndTinyLinesMeasureExactly)
     // A point 1e150 along lies farther than 1e8 from... nothing: it is on it.
     EXPECT_NEAR(huge.getLength(zgPoint(kHuge / 2, 0)), kHuge / 2, kHuge * 1e-12);
 }
+
+TEST(DrawingExtremeInput, ElementScansOfBadPoints)
+{
+    // No point of the subpath differs from a NaN start, or from the start by
+    // a NaN: -1, with next, prev and index unwritten.
+    ZDPath nanLine;
+    nanLine.moveTo(0, 0);
+    nanLine.lineTo(kNaN, kNaN);
+    QPointF start(-1, -1), next(-1, -1);
+    int index = 0;
+    EXPECT_EQ(nanLine.getOpenedStart(start, next, index), -1);
+    EXPECT_EQ(next, QPointF(-1, -1));
+    EXPECT_EQ(index, 0);
+    QPointF end(-1, -1), prev(-1, -1);
+    int moveIndex = 7;
+    EXPECT_EQ(nanLine.getOpenedEnd(end, prev, index, moveIndex), -1);
+    EXPECT_EQ(prev, QPointF(-1, -1));
+    // A tiny step is within 0.0001 of the start: no open start either.
+    ZDPath tiny = linePath(kTiny, 0);
+    index = 0;
+    EXPECT_EQ(tiny.getOpenedStart(start, next, index), -1);
+    // A huge one is found.
+    ZDPath huge = linePath(kHuge, 0);
+    index = 0;
+    ASSERT_EQ(huge.getOpenedStart(start, next, index), 0);
+    EXPECT_EQ(next, QPointF(kHuge, 0));
+    EXPECT_EQ(index, 2);
+    // The orientation of no subpath: an empty contour, area 0, clockwise.
+    EXPECT_TRUE(ZDPath().isClockWise());
+    EXPECT_TRUE(singlePoint().isClockWise());
+}
