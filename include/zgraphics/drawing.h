@@ -308,7 +308,9 @@ public:
     // |distance| / tan(pi / 4) from the offset side's end; inner corners are
     // trimmed where the two offset sides cross. A distance of 0.0 assigns this
     // path to out instead. A step that is not above 0 leaves out the samples
-    // between the ends of each curve.
+    // between the ends of each curve. Each walk along a curve (its samples,
+    // or the search of an inner corner's trim) takes at most 1048576 (2^20)
+    // samples and stops there, which bounds the work of a tiny step.
     void parallelPath(ZDPath &out, double distance, double step);
 
     // Wave and hand-drawn lines ---------------------------------------------
@@ -325,9 +327,10 @@ public:
     // square wave (lines); any other kind writes only each contour's start
     // point. The step count is length / wavelength rounded half away from
     // zero, made even on a closed contour for kinds 0, 3 and 6; it is 0 when
-    // that quotient is not a finite number within the int range (a
-    // wavelength of 0, an infinite length), and a negative count makes no
-    // steps. An amplitude of exactly -1.0 means wavelength * 0.5; any other
+    // that quotient is not a finite number (a wavelength of 0, an infinite
+    // length), and a negative count makes no steps. A contour takes at most
+    // 100000 steps: a quotient above that draws 100000 steps of length / 100000,
+    // which bounds the work and the output of a tiny wavelength. An amplitude of exactly -1.0 means wavelength * 0.5; any other
     // negative amplitude flips the sides. smoothness is the handle length of
     // kinds 0, 1 and 2 as a fraction of the amplitude.
     void wavePath(ZDPath &out, int kind, double wavelength, double amplitude, double smoothness);
@@ -336,7 +339,9 @@ public:
     // and the ends of an open contour stay fixed. An empty src leaves this
     // path unchanged. A step that is not above 0, or a contour whose length
     // is not finite, takes no samples between the ends; sampling also stops
-    // where adding step no longer moves the offset.
+    // where adding step no longer moves the offset. A contour takes at most
+    // 1048576 (2^20) samples: a step below length / 2^20 samples every
+    // length / 2^20 instead, which bounds the work of a tiny step.
     void manualPath(ZDPath &src, double amplitude, double step);
 
     // Fitting -----------------------------------------------------------------
@@ -467,8 +472,8 @@ public:
     // Prepares a walk of the curve (points in curve order) with the current
     // scale: stepCount is the control polygon's length times scale,
     // truncated, and at least 2 (also when that product is NaN); a product
-    // beyond the int range saturates at INT_MAX - 1, so that the up-counting
-    // walk can still pass it.
+    // above 1048576 (2^20) is cut to 2^20, which bounds the work of a walk
+    // or search (and keeps the up-counting walk within the int range).
     void init(double x1, double y1, double x2, double y2, double x3, double y3, double x4,
               double y4);
     void init(QPointF p1, QPointF p2, QPointF p3, QPointF p4);

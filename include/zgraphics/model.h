@@ -1166,7 +1166,10 @@ public:
     // the area of their bounds if sort is set, and every closed loop is turned
     // against its nearest container (or like the first loop if it has none).
     // Under the non-zero rule (evenOdd clear) a loop that adds to the winding
-    // of its container is dropped. Returns this compound.
+    // of its container is dropped. When overlaps were removed but nothing
+    // crossed, the contours stay and the links the overlap step left on
+    // their segments (some naming removed segments) are cleared. Returns
+    // this compound.
     XPath *resolveCrossings(bool sort);
     // The union (zgRect::unite) of the children's zgPath::getBounds, from a
     // zero rectangle: children whose bounds have no area don't count, and no

@@ -230,6 +230,15 @@ XPath *XPath::resolveCrossings(bool sort)
             segments.append(child->segments);
         paths = tracePaths(segments, 0);
         changed = true;
+    } else if (hasOverlaps) {
+        // Without a trace the contours stay, and their segments still link
+        // to the overlap locations, some of which name removed segments.
+        // Those links mean nothing outside this resolution: cleared, so that
+        // the operator that follows starts from unlinked outlines.
+        for (zgPath *child : qAsConst(children)) {
+            for (zgSegment *segment : qAsConst(child->segments))
+                segment->setIntersection(nullptr);
+        }
     }
     forgetDying(locations);
     for (zgCurveLocation *location : locations)

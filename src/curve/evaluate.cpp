@@ -44,7 +44,8 @@ zgPoint derivative(const zgCurveValues &v, double t, double ax, double bx, doubl
 
 zgPoint zgCurve::_evaluate(QVector<double> values, double t, int type, bool normalized)
 {
-    if (t < 0.0 || t > 1.0)
+    // A NaN time is no time within 0 to 1 either.
+    if (!(t >= 0.0 && t <= 1.0))
         return zgPoint(qQNaN(), qQNaN());
 
     zgCurveValues v(values);

@@ -69,7 +69,8 @@ double zgCurve::getTimeAt(QVector<double> values, double offset, double start)
     // 1e-12: the offset reaches the end of the range exactly.
     if (std::fabs(diff) < 1e-12)
         return forward ? b : a;
-    if (diff > 1e-12)
+    // Also for a NaN diff (a NaN offset or start): no time is found.
+    if (!(diff <= 1e-12))
         return -100.0;
 
     // The running integral: each Newton step integrates only the stretch

@@ -3,8 +3,17 @@
 
 #include <QtCore/qnumeric.h>
 
-#include <climits>
 #include <cmath>
+
+namespace {
+
+// The most steps of a walk: a larger product of the polygon's length and the
+// scale is cut to this, so that a walk or a search over the steps stays
+// within about a million additions per axis (a scale of 1e300 would
+// otherwise walk for a minute).
+const int32_t kMaxSteps = 1 << 20;
+
+} // namespace
 
 ZDCurve::ZDCurve(double x1, double y1, double x2, double y2, double x3, double y3, double x4,
                  double y4)
@@ -42,8 +51,8 @@ void ZDCurve::init(double x1, double y1, double x2, double y2, double x3, double
     const double steps = len * scale;
     if (!(steps >= 2.0))
         stepCount = 2; // also a NaN product
-    else if (steps >= double(INT_MAX - 1))
-        stepCount = INT_MAX - 1; // vertexn counts up to stepCount + 1
+    else if (steps >= double(kMaxSteps))
+        stepCount = kMaxSteps;
     else
         stepCount = int(steps);
     step = stepCount;

@@ -20,16 +20,23 @@ QPointF toQPointF(const zgPoint &p)
     return QPointF(p.x, p.y);
 }
 
+// The most samples one contour takes, as in the parallel outline: a step
+// below len / kMaxSamplesPerContour samples every len / kMaxSamplesPerContour
+// instead, so that a tiny step cannot make the work grow without bound.
+const double kMaxSamplesPerContour = 1 << 20;
+
 // The samples between the ends of a contour: every step units of arc length
 // the contour's point moved sideways, along the normal (ty, -tx), by the noise
 // at that length times amplitude. A sample without a location repeats the one
 // before it, (0, 0) for the first. No samples for a step that is not above 0
 // or a length that is not finite; the sampling stops where adding step no
-// longer moves the offset, so the work stays within len / step samples.
+// longer moves the offset.
 void appendSamples(ZDPath &line, zgPath *contour, double len, double amplitude, double step)
 {
     if (!(step > 0.0) || !std::isfinite(len))
         return;
+    if (len / step > kMaxSamplesPerContour)
+        step = len / kMaxSamplesPerContour;
     zgContourWalk walk(contour);
     QPointF sample(0.0, 0.0);
     double s = step;

@@ -10,7 +10,6 @@
 
 #include <QtCore/QtGlobal>
 
-#include <climits>
 #include <cmath>
 
 namespace {
@@ -38,14 +37,22 @@ bool alternatesSides(int kind)
     return isKnownKind(kind) && ((alternatingKinds >> kind) & 1u) != 0;
 }
 
+// The most steps one contour's wave takes: a finer wave is drawn with this
+// many steps, so that a tiny wavelength cannot make the work and the output
+// grow without bound. Even, so that a capped closed wave still closes.
+const qint64 kMaxWaveSteps = 100000;
+
 // The number of steps on a contour with len / wavelength = w: w rounded half
 // away from zero, made even on a closed contour of an alternating kind by
-// going to the nearer side of w. 0 when w is NaN, infinite or beyond the int
-// range, where no count could be drawn.
+// going to the nearer side of w. 0 when w is NaN or infinite, where no count
+// could be drawn; kMaxWaveSteps when w is above it. A negative w (a negative
+// wavelength) makes no steps, like 0.
 qint64 stepCount(double w, bool closed, int kind)
 {
-    if (!(std::fabs(w) <= double(INT_MAX)))
+    if (!std::isfinite(w) || w < -double(kMaxWaveSteps))
         return 0;
+    if (w > double(kMaxWaveSteps))
+        return kMaxWaveSteps;
     qint64 n = qint64(std::round(w));
     if (closed && alternatesSides(kind) && n % 2 != 0)
         n = (w <= double(n)) ? n - 1 : n + 1;

@@ -132,7 +132,11 @@ ArcFrame ellipseFrame(const zgPoint &from, const zgPoint &to, const zgPoint &mid
     const double y = local.y;
     double rx = qAbs(radius.width);
     double ry = qAbs(radius.height);
-    const double factor = std::sqrt(x * x / (rx * rx) + y * y / (ry * ry));
+    double factor = std::sqrt(x * x / (rx * rx) + y * y / (ry * ry));
+    // Squares of coordinates beyond about 1e154 overflow: the same factor
+    // from the quotients, which stay finite.
+    if (std::isinf(factor))
+        factor = std::hypot(x / rx, y / ry);
     if (factor > 1.0) {
         rx *= factor;
         ry *= factor;
@@ -140,6 +144,15 @@ ArcFrame ellipseFrame(const zgPoint &from, const zgPoint &to, const zgPoint &mid
     const double rx2 = rx * rx;
     const double ry2 = ry * ry;
     double g = (rx2 * ry2 - rx2 * y * y - ry2 * x * x) / (rx2 * y * y + ry2 * x * x);
+    // With radii beyond about 1e77 the fourth powers overflow and g comes
+    // out NaN for finite input: the same quotient divided through by
+    // rx2 * ry2, which stays finite.
+    if (std::isnan(g) && std::isfinite(x) && std::isfinite(y) && std::isfinite(rx)
+            && std::isfinite(ry)) {
+        const double ux = x / rx;
+        const double uy = y / ry;
+        g = (1.0 - uy * uy - ux * ux) / (uy * uy + ux * ux);
+    }
     // 1e-12: a centre this close to the chord's middle is taken as on it.
     if (qAbs(g) < 1e-12)
         g = 0.0;

@@ -119,9 +119,13 @@ void zgPath::smooth(int type, double factor, int from, int to)
     // one wraps, but a range many times round it is not solved.
     if (paddingLeft < 0 || paddingRight < 0 || amount > 2 * qint64(length))
         return;
-    const int n = int(amount - 1 + paddingLeft + paddingRight);
-    if (n < 2)
+    // Tested before narrowing to int: a range that still runs backwards
+    // after the wrap, by more than the int range, has a negative amount
+    // that must not turn into a huge system.
+    const qint64 rows = amount - 1 + paddingLeft + paddingRight;
+    if (rows < 2)
         return;
+    const int n = int(rows);
 
     QVector<zgPoint> knots(n + 1);
     for (int i = 0; i <= n; ++i)

@@ -4,7 +4,9 @@
 // segments: the division of the operator that follows walks those chains.
 // The operands below are the decoded form of an input that once made that
 // division read a freed partner (caught by AddressSanitizer in the
-// sanitizer build of this test).
+// sanitizer build of this test). A second input made of two equal open
+// polylines overlaps itself without crossing: the overlap step removed
+// segments that the links left on the contours still named.
 #include "../fuzz/fuzz_input.h"
 
 #include <zgraphics/model.h>
@@ -82,6 +84,48 @@ const uint8_t kOperands[] = {
       0x57, 0x40, 0x01, 0xf0, 0xd5, 0x7e, 0x0f
 };
 
+// Two drawing paths whose second one holds the same open polyline twice.
+const uint8_t kOverlapOnlyOperands[] = {
+      0x00, 0xf0, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x24, 0x40, 0xf0, 0x00,
+      0x00, 0x00, 0x00, 0x00, 0x00, 0x24, 0x40, 0x01, 0xf0, 0x00, 0x00, 0x00,
+      0x00, 0x00, 0x40, 0x60, 0x40, 0xf0, 0x00, 0x00, 0x08, 0x00, 0x00, 0x00,
+      0xe6, 0x40, 0x01, 0xf0, 0x00, 0x00, 0x00, 0x00, 0x00, 0x40, 0x60, 0x40,
+      0xf0, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x54, 0x40, 0x01, 0xa2, 0x5d,
+      0x40, 0x01, 0xf0, 0x00, 0x00, 0x00, 0x00, 0x00, 0xc0, 0x52, 0x40, 0xf0,
+      0x00, 0x00, 0x00, 0x00, 0x00, 0xc0, 0x57, 0x40, 0x01, 0xf0, 0x49, 0xfb,
+      0xd1, 0x2b, 0xcf, 0xdd, 0x43, 0x40, 0xf0, 0xaf, 0x3a, 0xef, 0x10, 0xa0,
+      0xa2, 0x5d, 0x40, 0x01, 0xf0, 0xcc, 0x4e, 0x79, 0x80, 0x9e, 0x9c, 0x49,
+      0x40, 0xf0, 0xc9, 0xad, 0x63, 0x5c, 0x6d, 0x6e, 0x53, 0x40, 0x01, 0xf0,
+      0xa0, 0xe0, 0xdf, 0x9b, 0xc5, 0xef, 0x30, 0x40, 0xf0, 0xa4, 0x8a, 0x21,
+      0xde, 0xbf, 0xba, 0x49, 0x40, 0x01, 0xf0, 0xb3, 0x28, 0x42, 0x52, 0x16,
+      0x27, 0x4e, 0x40, 0xf0, 0x6f, 0xa4, 0x38, 0x47, 0x25, 0xe3, 0x48, 0x40,
+      0x01, 0xf0, 0x00, 0x00, 0x00, 0x00, 0x00, 0xc0, 0x52, 0x40, 0xf0, 0x00,
+      0x00, 0x00, 0x00, 0x00, 0x00, 0x24, 0x40, 0x03, 0x08, 0x7f, 0x28, 0xc8,
+      0x03, 0x5a, 0x01, 0xa0, 0x40, 0x14, 0xfa, 0x07, 0x78, 0x7f, 0x28, 0xc8,
+      0x03, 0x5a, 0x01, 0xa0, 0x40, 0x14, 0xfa, 0x07, 0x78, 0x7f, 0x28, 0xc8,
+      0x03, 0x5a, 0x01, 0xa0, 0x40, 0x14, 0xfa, 0x07, 0x78, 0x7f, 0x28, 0xc8,
+      0x03, 0x5a, 0x01, 0xa0, 0x40, 0x14, 0xfa, 0x07, 0x78,
+};
+
+// Every segment of every contour of the compound.
+QList<const zgSegment *> segmentsOf(const XPath &compound)
+{
+    QList<const zgSegment *> segments;
+    for (const zgPath *contour : compound.children) {
+        for (const zgSegment *segment : contour->segments)
+            segments.append(segment);
+    }
+    return segments;
+}
+
+void openPolyline(XPath &compound, const QVector<zgPoint> &points)
+{
+    zgPath *contour = new zgPath(&compound, false);
+    for (const zgPoint &point : points)
+        contour->addSegment(new zgSegment(point, zgPoint(0, 0), zgPoint(0, 0)));
+    compound.addChild(contour);
+}
+
 } // namespace
 
 TEST(CrossingResolutionLifetime, OperatorsAfterResolvedSelfCrossingsReadNoFreedPartner)
@@ -112,4 +156,39 @@ TEST(CrossingResolutionLifetime, OperatorsAfterResolvedSelfCrossingsReadNoFreedP
     delete intersected;
     delete subtracted;
     delete excluded;
+}
+
+TEST(CrossingResolutionLifetime, OverlapWithoutCrossingLeavesNoLinksOnTheContours)
+{
+    // The same open polyline twice: the two overlap along their whole
+    // length and cross nowhere, so nothing is traced and both stay.
+    XPath compound;
+    const QVector<zgPoint> points{zgPoint(0, 0), zgPoint(40, 0), zgPoint(40, 30)};
+    openPolyline(compound, points);
+    openPolyline(compound, points);
+    compound.resolveCrossings(false);
+    ASSERT_EQ(compound.children.size(), 2);
+    for (const zgSegment *segment : segmentsOf(compound))
+        EXPECT_EQ(segment->intersection(), nullptr);
+}
+
+TEST(CrossingResolutionLifetime, UniteAfterAnOverlapOnlyResolutionReadsNoRemovedSegment)
+{
+    FuzzInput in(kOverlapOnlyOperands, sizeof kOverlapOnlyOperands);
+    ZDPath a = in.path();
+    ZDPath b = in.path();
+    // The second operand is open polylines only and adds no area: the union
+    // equals the first operand united with nothing, element for element.
+    // The read of a removed segment is what the sanitizer build catches.
+    ZDPath alone = a;
+    ZDPath nothing;
+    alone.unite(nothing);
+    a.unite(b);
+    ASSERT_EQ(a.elements.size(), alone.elements.size());
+    ASSERT_FALSE(a.isEmpty());
+    for (int i = 0; i < a.elements.size(); ++i) {
+        EXPECT_EQ(a.elementAt(i).type, alone.elementAt(i).type) << i;
+        EXPECT_EQ(a.elementAt(i).x, alone.elementAt(i).x) << i;
+        EXPECT_EQ(a.elementAt(i).y, alone.elementAt(i).y) << i;
+    }
 }

@@ -161,9 +161,40 @@ TEST(CurveStepper, NonFiniteAndHugeCurvesGetABoundedCount)
     negativeScale.init(0, 0, 30, 40, 80, 40, 110, 0);
     EXPECT_EQ(negativeScale.stepNum(), 2);
     ZDCurve huge(0, 0, 1e300, 0, -1e300, 0, 1e300, 0);
-    EXPECT_EQ(huge.stepNum(), INT_MAX - 1);
+    EXPECT_EQ(huge.stepNum(), 1 << 20);
     ZDCurve infinite(0, 0, qInf(), 0, 1, 1, 2, 2);
-    EXPECT_EQ(infinite.stepNum(), INT_MAX - 1);
+    EXPECT_EQ(infinite.stepNum(), 1 << 20);
+}
+
+TEST(CurveStepper, StepCountIsCappedAtTwoToTheTwentieth)
+{
+    // A straight polygon of length 1048575: every step below the cap counts.
+    ZDCurve below(0, 0, 1, 0, 2, 0, 1048575, 0);
+    EXPECT_EQ(below.stepNum(), 1048575);
+    ZDCurve at(0, 0, 1, 0, 2, 0, 1048576, 0);
+    EXPECT_EQ(at.stepNum(), 1 << 20);
+    ZDCurve above(0, 0, 1, 0, 2, 0, 3e6, 0);
+    EXPECT_EQ(above.stepNum(), 1 << 20);
+    // A huge scale on a small curve: the walk gives 2^20 + 1 points and
+    // ends on the curve's end.
+    ZDCurve scaled;
+    scaled.approximation_scale(1e300);
+    scaled.init(0, 0, 10, 0, 20, 10, 30, 10);
+    ASSERT_EQ(scaled.stepNum(), 1 << 20);
+    int points = 0;
+    double x = 0.0, y = 0.0;
+    while (scaled.vertex(&x, &y))
+        ++points;
+    EXPECT_EQ(points, (1 << 20) + 1);
+    EXPECT_EQ(x, 30.0);
+    EXPECT_EQ(y, 10.0);
+    // The search walks the capped count and finds the curve's middle point
+    // (15, 5) at a step index within the walk.
+    scaled.init(0, 0, 10, 0, 20, 10, 30, 10);
+    const int index = scaled.getstep(15, 5);
+    EXPECT_NE(index, -1);
+    EXPECT_GE(index, 0);
+    EXPECT_LT(index, 1 << 20);
 }
 
 TEST(CurveStepper, NewScaleTakesEffectAtTheNextInit)

@@ -354,6 +354,27 @@ TEST(ZDPathManualPath, SmallStepWorkGrowsWithTheSampleCount)
     EXPECT_EQ(result.count(), samples + 2);
 }
 
+TEST(ZDPathManualPath, SampleCountIsCappedAtTwoToTheTwentieth)
+{
+    const double cap = 1 << 20;
+    // Below the cap every step is sampled: len / step = 2^20 - 16.
+    const double len = 1024;
+    const double fineStep = len / (cap - 16);
+    const ZDPath below = handDrawn(lineFrom(0, 0, len, 0), 2, fineStep);
+    EXPECT_EQ(below.count(), int(sampleOffsets(len, fineStep).size()) + 2);
+    EXPECT_NEAR(below.elements.at(1).x, fineStep, 1e-12);
+    EXPECT_NEAR(below.elements.at(1).y, -offsetAt(fineStep, 2), 1e-12);
+    // Above it, down to a step of 1e-300, every len / 2^20.
+    for (double step : {len / (cap + 16), 1e-9, 1e-300}) {
+        const ZDPath capped = handDrawn(lineFrom(0, 0, len, 0), 2, step);
+        EXPECT_EQ(capped.count(), int(sampleOffsets(len, len / cap).size()) + 2) << step;
+        EXPECT_NEAR(capped.elements.at(1).x, len / cap, 1e-12);
+        EXPECT_NEAR(capped.elements.at(1).y, -offsetAt(len / cap, 2), 1e-12);
+        EXPECT_EQ(capped.elements.last().x, len);
+        EXPECT_EQ(capped.elements.last().y, 0.0);
+    }
+}
+
 TEST(ZDPathManualPath, ZeroLengthAndCoincidentPoints)
 {
     const ZDPath dot = handDrawn(lineFrom(5, 5, 5, 5), 10, 1);

@@ -721,9 +721,9 @@ TEST(ZDPathWavePath, CoincidentPointsDoNotDisturbTheWave)
 TEST(ZDPathWavePath, WavelengthWithoutAFiniteCountMakesNoSteps)
 {
     const ZDPath line = lineFrom(0, 0, 100, 0);
-    // 0 (infinite w), negative (negative n), NaN, infinite (w = 0), and a
-    // count beyond the int range: start and finish only.
-    for (double wavelength : {0.0, -25.0, qQNaN(), qInf(), -qInf(), 1e-8}) {
+    // 0 (infinite w), negative (negative n, also one beyond the step cap),
+    // NaN and infinite (w = 0): start and finish only.
+    for (double wavelength : {0.0, -25.0, -1e-8, qQNaN(), qInf(), -qInf()}) {
         expectElements(waveOf(line, 3, wavelength, 10, 0.5), {{Move, 0, 0}, {Line, 100, 0}}, 0.0);
         expectElements(waveOf(line, 0, wavelength, 10, 0.5),
                        {{Move, 0, 0}, {Curve, 0, 0}, {CurveData, 100, 0}, {CurveData, 100, 0}}, 0.0);
@@ -739,6 +739,40 @@ TEST(ZDPathWavePath, SmallWavelengthWorkGrowsWithTheCount)
     EXPECT_NEAR(out.elements.at(1).x, 0.0005, 1e-9);
     EXPECT_NEAR(out.elements.at(1).y, 0.5, 1e-9);
     EXPECT_NEAR(out.elements.at(100000).x, 100 - 0.0005, 1e-7);
+}
+
+TEST(ZDPathWavePath, StepCountIsCappedAtOneHundredThousand)
+{
+    // Below the cap the count is len / wavelength: 99998 zigzag steps.
+    const ZDPath below = waveOf(lineFrom(0, 0, 99998, 0), 3, 1, 0.5, 0.5);
+    ASSERT_EQ(below.count(), 99998 + 2);
+    EXPECT_NEAR(below.elements.at(1).x, 0.5, 1e-9);
+    EXPECT_NEAR(below.elements.at(99998).x, 99997.5, 1e-9);
+    // At the cap.
+    EXPECT_EQ(waveOf(lineFrom(0, 0, 100000, 0), 3, 1, 0.5, 0.5).count(), 100000 + 2);
+    // Above it, up to a count far beyond the int range, the wave takes
+    // 100000 steps of len / 100000: extremes at 0.0005, 0.0015, ...
+    for (double wavelength : {0.0009, 1e-8, 1e-300}) {
+        const ZDPath capped = waveOf(lineFrom(0, 0, 100, 0), 3, wavelength, 0.5, 0.5);
+        ASSERT_EQ(capped.count(), 100000 + 2) << wavelength;
+        EXPECT_NEAR(capped.elements.at(1).x, 0.0005, 1e-9);
+        EXPECT_NEAR(capped.elements.at(1).y, 0.5, 1e-9);
+        EXPECT_NEAR(capped.elements.at(2).x, 0.0015, 1e-9);
+        EXPECT_NEAR(capped.elements.at(2).y, -0.5, 1e-9);
+        EXPECT_EQ(capped.elements.last().x, 100.0);
+    }
+    // Every kind, and a closed alternating wave, which the even cap closes.
+    for (int kind = 0; kind <= 6; ++kind) {
+        const ZDPath out = waveOf(closedSquare(), kind, 1e-300, 0.5, 0.5);
+        ASSERT_GT(out.count(), 100000) << kind;
+        EXPECT_LE(out.count(), 6 * 100000 + 4) << kind;
+        EXPECT_EQ(out.elements.last().type, Close) << kind;
+        for (const ZDPathElement &e : out.elements) {
+            ASSERT_TRUE(std::isfinite(e.x) && std::isfinite(e.y)) << kind;
+        }
+    }
+    // Square wave, closed: a jump of two lines at each of the 100000 steps.
+    EXPECT_EQ(waveOf(closedSquare(), 6, 1e-300, 0.5, 0.5).count(), 2 * 100000 + 1);
 }
 
 TEST(ZDPathWavePath, NanAndInfiniteInputGiveADefinedResult)

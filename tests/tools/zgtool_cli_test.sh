@@ -219,6 +219,149 @@ run "step out of reach" 0 step "M0 0 C 30 40 80 40 110 0" --at 500 500
 contains out.txt "^nearest-step -1$" "step reports a point out of reach"
 [ -s s-flatten.png ]; check "samples writes the flattening page" $?
 
+# Help for every command, and the version.
+for c in samples measure reverse shorten convert crossings self unite intersect subtract exclude divide crosspoints evenodd bounds round parallel wave handdrawn noise fit bspline contains smooth knots thick flatten simplify step; do
+    run "help $c" 0 help "$c"
+    contains out.txt "^usage: zgtool $c " "help $c prints the usage line"
+done
+run "help measure" 0 help measure
+contains out.txt "^  --at-length L  *arc length from the start, in path units$" "help names an option with its value and unit"
+run "round --help" 0 round "M0 0 L1 1" --help
+contains out.txt "corner radius, in path units (default 10)" "help shows the defaults"
+run "unite -h" 0 unite -h
+contains out.txt "^  --out FILE " "help lists --out for a command with a result"
+contains out.txt "^  PATH2 " "help lists the arguments"
+run "help of an unknown command" 2 help frobnicate
+run "version" 0 --version
+grep -Eq "^zgtool [0-9]+\.[0-9]+\.[0-9]+$" out.txt; check "--version prints the version" $?
+run "unexpected argument" 2 measure "M0 0 L1 1" "M0 0 L2 2"
+contains err.txt "unexpected argument 'M0 0 L2 2'" "an extra argument is named"
+one_line err.txt "an extra argument gives one line"
+run "flag with a value" 2 round "M0 0 L1 1" --connector=1
+one_line err.txt "a flag with a value gives one line"
+run "negative option value" 0 parallel "M0 0 L 100 0" --distance -5 --step 50
+contains out.txt "^M 0 5 L 100 5$" "a negative option value is a value"
+run "negative first point" 0 fit "-1,2 3,4 5,-6"
+contains out.txt "^M -1 2 C " "a point list starting with a minus is no option"
+
+# SVG documents: groups and transforms give the same paths as the path data.
+cat >groups.svg <<'SVG'
+<?xml version="1.0" encoding="UTF-8"?>
+<svg xmlns="http://www.w3.org/2000/svg" xmlns:inkscape="http://www.inkscape.org/namespaces/inkscape"
+     width="200px" height="200" viewBox="0 0 100 100">
+  <title>groups</title>
+  <inkscape:grid/>
+  <defs><rect id="unused" width="500" height="500"/></defs>
+  <g transform="translate(10,20)">
+    <rect x="0" y="0" width="30px" height="20"/>
+    <g transform="scale(2) rotate(90 5 5)">
+      <polygon points="0,0 10,0 10,10"/>
+    </g>
+  </g>
+  <polyline points="0 0,10-5" transform="matrix(1,0,0,1,100,100)"/>
+  <line x1="0" y1="0" x2="10" y2="10" transform="skewX(45) translate(1)"/>
+  <g display="none"><rect width="5" height="5"/></g>
+</svg>
+SVG
+run "convert an SVG document" 0 convert groups.svg
+cp out.txt from-file.txt
+run "convert the same path data" 0 convert "M10 20 H40 V40 H10 Z M30 20 L30 40 L10 40 Z M100 100 L110 95 M1 0 L21 10"
+cmp -s from-file.txt out.txt; check "groups and transforms give the same path as the path data" $?
+[ ! -s err.txt ]; check "a document of read elements skips nothing" $?
+cat >circle.svg <<'SVG'
+<svg xmlns="http://www.w3.org/2000/svg"><g transform="translate(100 0)"><circle cx="-50" cy="50" r="10"/>
+<ellipse cx="-50" cy="50" rx="20" ry="5" transform="rotate(90 -50 50)"/></g></svg>
+SVG
+run "bounds of a circle and a turned ellipse" 0 bounds circle.svg
+contains out.txt "^bounds 40 30 20 40$" "circle and ellipse from their centres and radii, turned about a point"
+cat >rounded.svg <<'SVG'
+<svg xmlns="http://www.w3.org/2000/svg"><rect x="0" y="0" width="40" height="20" rx="50"/></svg>
+SVG
+run "rounded rectangle" 0 convert rounded.svg
+contains out.txt "^M 20 0 C .* 40 10 C .* 20 20 C .* 0 10 C .* 20 0 Z$" "rx alone stands for ry; both are cut to half the sides"
+printf '<svg><rect x="0" y="0" width="40" height="20" rx="10"/></svg>' >stadium.svg
+run "measure a rounded rectangle" 0 measure stadium.svg
+# 20 pi + 40 = 102.83; cubic quarter circles are 0.027% longer.
+contains out.txt "^length 102\.84" "a stadium of 40 by 20 is 20 pi + 40 long"
+run "stadium sides" 0 convert stadium.svg
+contains out.txt "^M 10 0 L 30 0 C .* 40 10 C .* 30 20 L 10 20 C .* 0 10 C .* 10 0 Z$" "a rounded side of zero length gives no line"
+
+# Booleans of shapes from files equal those of their path data, and FILE#ID picks one shape.
+cat >two.svg <<'SVG'
+<svg xmlns="http://www.w3.org/2000/svg">
+  <rect id="a" width="10" height="10"/>
+  <g transform="translate(5 5)"><rect id="b" width="10" height="10"/></g>
+</svg>
+SVG
+run "unite from one file" 0 unite "two.svg#a" "two.svg#b" --out r.svg --png r.png
+contains out.txt "^M 0 0 L 10 0 L 10 5 L 15 5 L 15 15 L 5 15 L 5 10 L 0 10 L 0 0 Z$" "unite of two shapes of a document"
+cp out.txt united.txt
+[ -s r.png ]; check "unite from a file draws its picture" $?
+grep -q 'xmlns="http://www.w3.org/2000/svg"' r.svg && grep -q 'viewBox="' r.svg && grep -q 'fill-rule="evenodd"' r.svg
+check "--out writes a standalone SVG document" $?
+run "read the written document back" 0 convert r.svg
+cmp -s united.txt out.txt; check "the written document reads back as the result" $?
+run "result with operands" 0 unite "two.svg#a" "two.svg#b" --out ro.svg --with-operands
+[ "$(grep -c '<path' ro.svg)" = 3 ] && grep -q 'stroke="#999999"' ro.svg; check "--with-operands adds the operands in grey" $?
+run "unknown id" 1 measure "two.svg#c"
+contains err.txt "no drawn element has the id 'c'" "an unknown id is named"
+run "effect to SVG" 0 parallel "M0 0 L 100 0" --distance 5 --step 50 --out p.svg
+grep -q 'fill="none"' p.svg; check "an open result is stroked, not filled" $?
+run "read the effect back" 0 convert p.svg
+contains out.txt "^M 0 -5 L 100 -5$" "the open result reads back"
+
+# Elements that are not read, bad documents, standard input.
+cat >other.svg <<'SVG'
+<svg xmlns="http://www.w3.org/2000/svg"><rect width="10" height="10"/>
+<text x="1" y="1">a</text><use href="#x"/><text>b</text><image width="5" height="5"/></svg>
+SVG
+run "elements not read" 0 measure other.svg
+contains out.txt "^length 40$" "the shapes that are read are measured"
+contains err.txt "other.svg: skipped 1 <image>, 2 <text>, 1 <use> (not read)" "elements not read are listed"
+one_line err.txt "elements not read are listed once"
+cat >layers.svg <<'SVG'
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE svg PUBLIC "-//W3C//DTD SVG 1.1//EN" "http://www.w3.org/Graphics/SVG/1.1/DTD/svg11.dtd" [
+  <!ENTITY ns_svg "http://www.w3.org/2000/svg">
+]>
+<svg xmlns="&ns_svg;" xmlns:sodipodi="http://sodipodi.sourceforge.net/DTD/sodipodi-0.dtd">
+  <sodipodi:namedview id="view"/>
+  <g style="fill:red; display : none"><rect width="100" height="100"/></g>
+  <g style="display:inline"><rect width="10" height="10"/></g>
+</svg>
+SVG
+run "hidden layer and a declared entity" 0 measure layers.svg
+contains out.txt "^length 40$" "a layer hidden by its style is not read; an entity in the DTD is"
+[ ! -s err.txt ]; check "other vocabularies are passed over silently" $?
+printf '<svg>%s<rect width="1" height="1"/>%s</svg>' "$(printf '<g>%.0s' $(seq 1001))" "$(printf '</g>%.0s' $(seq 1001))" >deep.svg
+run "groups nested too deep" 1 measure deep.svg
+contains err.txt "nested more than 1000 levels deep" "deep nesting is refused, not followed to the stack's end"
+printf '<svg xmlns="http://www.w3.org/2000/svg">\n  <rect width="10" height="10">\n</svg>\n' >bad.svg
+run "bad XML" 1 measure bad.svg
+contains err.txt "^zgtool: bad.svg:3:[0-9]*: " "bad XML names the line and column"
+one_line err.txt "bad XML gives one line"
+printf '<svg><rect width="1cm" height="1"/></svg>' >units.svg
+run "unit other than px" 1 measure units.svg
+contains err.txt "'1cm' is not a length in user units or px" "a unit other than px is named"
+printf '<svg><rect width="1" height="1" transform="rotate(1 2)"/></svg>' >turn.svg
+run "bad transform" 1 measure turn.svg
+contains err.txt "rotate of 2 numbers" "a bad transform is named"
+printf '<svg><g transform="scale(1e300)"><rect width="1e10" height="1" transform="scale(1e10)"/></g></svg>' >far.svg
+run "coordinates out of range" 1 measure far.svg
+contains err.txt "far.svg:1:[0-9]*: <rect> lies out of range after its transforms" "a shape beyond the doubles is refused"
+printf '<html/>' >page.svg
+run "not SVG" 1 measure page.svg
+printf '<svg><text>a</text></svg>' >empty.svg
+run "no shape" 1 measure empty.svg
+contains err.txt "holds no shape" "a document without shapes is reported"
+run "missing file" 1 measure missing.svg
+contains err.txt "no such file" "a missing file is named"
+"$tool" convert - <groups.svg >out.txt 2>err.txt
+cmp -s from-file.txt out.txt; check "an SVG document on standard input" $?
+printf 'M 0 0 L 6 8' >path.txt
+run "path data file" 0 measure path.txt
+contains out.txt "^length 10$" "a file of path data"
+
 # Bad input: one line naming the position, non-zero exit code.
 run "malformed data" 1 convert "M 1 2 L 3"
 contains err.txt "position 10" "malformed data names the position"

@@ -2,124 +2,91 @@
 // divide of two paths, their crossing points, and the even-odd copy.
 #include "commands.h"
 
-#include "render.h"
+#include "command_options.h"
 #include "svgpath.h"
 
 #include <zgraphics/drawing.h>
 #include <zgraphics/model.h>
-
-#include <QtCore/QTextStream>
 
 #include <cstdio>
 #include <functional>
 
 namespace {
 
-struct BooleanArgs
+// A command line of count paths with the picture options, and with result
+// set the result options.
+CommandLine booleanCommand(const QString &command, const QString &summary, int count, bool result)
 {
-    QStringList paths;
-    QString pngFile;
-    QString svgFile;
-};
-
-void printError(const QString &message)
-{
-    std::fprintf(stderr, "zgtool: %s\n", qPrintable(message));
+    CommandLine line(command, summary);
+    line.addArgument(count == 1 ? QStringLiteral("PATH") : QStringLiteral("PATH1"),
+                     QString::fromLatin1(kPathArgumentHelp));
+    if (count == 2)
+        line.addArgument(QStringLiteral("PATH2"), QStringLiteral("the second operand, in the same forms"));
+    line.addPictureOptions();
+    if (result)
+        line.addResultOptions();
+    return line;
 }
 
-// Reads count positional paths and the --png and --svg options; returns 0,
-// or the exit code of a usage error.
-int parseArgs(const QString &command, const QStringList &args, int count, BooleanArgs &out)
+// Parses the command line, which must name count paths, and reads them.
+// False when the command is to stop, with exitCode set: after the help, a
+// usage error or bad data.
+bool readPaths(CommandLine &line, const QStringList &args, int count, CommonOptions &common,
+               QVector<ZDPath> &paths, int &exitCode)
 {
-    for (int i = 0; i < args.size(); ++i) {
-        const QString &arg = args.at(i);
-        if (arg == QLatin1String("--png") || arg == QLatin1String("--svg")) {
-            if (i + 1 >= args.size()) {
-                printError(QStringLiteral("option %1 needs a value").arg(arg));
-                return 2;
-            }
-            (arg == QLatin1String("--png") ? out.pngFile : out.svgFile) = args.at(++i);
-        } else if (arg.startsWith(QLatin1String("--")) || out.paths.size() == count) {
-            printError(QStringLiteral("%1: unknown option '%2'").arg(command, arg));
-            return 2;
-        } else {
-            out.paths.append(arg);
-        }
-    }
-    if (out.paths.size() != count) {
-        printError(count == 1 ? QStringLiteral("%1: a path is needed").arg(command)
-                              : QStringLiteral("%1: two paths are needed").arg(command));
-        return 2;
-    }
-    return 0;
-}
-
-// Parses path data ("-" reads standard input); false with a message.
-bool readPath(const QString &given, ZDPath &path)
-{
-    QString data = given;
-    if (data == QLatin1String("-"))
-        data = QTextStream(stdin).readAll();
-    QString error;
-    if (!parseSvgPath(data, path, error)) {
-        printError(QStringLiteral("path data: %1").arg(error));
+    if (!line.parse(args)) {
+        exitCode = line.exitCode();
         return false;
     }
-    return true;
-}
-
-bool readPaths(const BooleanArgs &args, QVector<ZDPath> &paths)
-{
-    for (const QString &data : args.paths) {
+    exitCode = 2;
+    if (line.argumentCount() != count) {
+        printError(count == 1 ? QStringLiteral("%1: a path is needed").arg(line.command())
+                              : QStringLiteral("%1: two paths are needed").arg(line.command()));
+        return false;
+    }
+    exitCode = 1;
+    common = commonOptions(line);
+    for (int i = 0; i < count; ++i) {
+        common.pathData = line.argument(i);
         ZDPath path;
-        if (!readPath(data, path))
+        if (!readPath(common, path))
             return false;
         paths.append(path);
     }
-    return true;
-}
-
-bool writeSamples(const BooleanArgs &args, const QVector<Sample> &samples)
-{
-    if (!args.pngFile.isEmpty() && !renderGrid(samples, QStringLiteral("zgtool"), args.pngFile)) {
-        printError(QStringLiteral("cannot write %1").arg(args.pngFile));
-        return false;
-    }
-    if (!args.svgFile.isEmpty() && !renderSvg(samples, args.svgFile)) {
-        printError(QStringLiteral("cannot write %1").arg(args.svgFile));
-        return false;
-    }
+    exitCode = 0;
     return true;
 }
 
 // One picture cell per result: the result filled by the even-odd rule over
 // both operands in grey.
-bool writePictures(const BooleanArgs &args, const QVector<ZDPath> &operands,
-                   const QVector<QPair<QString, ZDPath>> &results)
+bool writeResults(const CommonOptions &common, const QVector<ZDPath> &operands,
+                  const QVector<QPair<QString, ZDPath>> &results)
 {
     QVector<Sample> samples;
+    QVector<ZDPath> paths;
     for (const auto &result : results) {
+        paths << result.second;
         Sample sample(result.first, result.second);
         for (ZDPath operand : operands)
             sample.source.addPath(operand, false);
         sample.showPoints = false;
         samples.append(sample);
     }
-    return writeSamples(args, samples);
+    return writePictures(common, samples) && writeResult(common, paths, operands);
 }
 
 // The operator on the compounds of the two paths: the result as SVG path
 // data, or "null" when the operator gives none (an open path under unite or
 // exclude, or cut by an open path).
-int runOperator(const QString &command, const QStringList &arguments,
+int runOperator(const QString &command, const QString &summary, const QStringList &args,
                 const std::function<XPath *(XPath &, XPath &)> &op)
 {
-    BooleanArgs args;
-    if (const int code = parseArgs(command, arguments, 2, args))
-        return code;
+    CommandLine line = booleanCommand(command, summary, 2, true);
+    CommonOptions common;
     QVector<ZDPath> paths;
-    if (!readPaths(args, paths))
-        return 1;
+    int code = 0;
+    if (!readPaths(line, args, 2, common, paths, code))
+        return code;
     XPath first;
     XPath second;
     paths[0].toXPath(first);
@@ -130,43 +97,52 @@ int runOperator(const QString &command, const QStringList &arguments,
         elements.fromXPath(*result);
     std::printf("%s\n", result ? qPrintable(toSvgPath(elements)) : "null");
     delete result;
-    return writePictures(args, paths, {{command, elements}}) ? 0 : 1;
+    return writeResults(common, paths, {{command, elements}}) ? 0 : 1;
 }
 
 } // namespace
 
 int runUnite(const QStringList &args)
 {
-    return runOperator(QStringLiteral("unite"), args,
-                       [](XPath &a, XPath &b) { return a.unite(&b); });
+    return runOperator(QStringLiteral("unite"),
+                       QStringLiteral("Prints the union of two paths as SVG path data, or null for "
+                                      "an open PATH1 or PATH2."),
+                       args, [](XPath &a, XPath &b) { return a.unite(&b); });
 }
 
 int runBooleanIntersect(const QStringList &args)
 {
-    return runOperator(QStringLiteral("intersect"), args,
-                       [](XPath &a, XPath &b) { return a.intersect(&b, true); });
+    return runOperator(QStringLiteral("intersect"),
+                       QStringLiteral("Prints the intersection of two paths as SVG path data, or "
+                                      "null for an open PATH2."),
+                       args, [](XPath &a, XPath &b) { return a.intersect(&b, true); });
 }
 
 int runSubtract(const QStringList &args)
 {
-    return runOperator(QStringLiteral("subtract"), args,
-                       [](XPath &a, XPath &b) { return a.subtract(&b); });
+    return runOperator(QStringLiteral("subtract"),
+                       QStringLiteral("Prints PATH1 minus PATH2 as SVG path data, or null for an "
+                                      "open PATH2."),
+                       args, [](XPath &a, XPath &b) { return a.subtract(&b); });
 }
 
 int runExclude(const QStringList &args)
 {
-    return runOperator(QStringLiteral("exclude"), args,
-                       [](XPath &a, XPath &b) { return a.exclude(&b); });
+    return runOperator(QStringLiteral("exclude"),
+                       QStringLiteral("Prints the parts of two paths inside exactly one of them as "
+                                      "SVG path data, or null for an open PATH1 or PATH2."),
+                       args, [](XPath &a, XPath &b) { return a.exclude(&b); });
 }
 
-int runDivide(const QStringList &arguments)
+int runDivide(const QStringList &args)
 {
-    BooleanArgs args;
-    if (const int code = parseArgs(QStringLiteral("divide"), arguments, 2, args))
-        return code;
+    CommandLine line = booleanCommand(QStringLiteral("divide"),
+            QStringLiteral("Prints PATH1 outside PATH2 and PATH1 inside PATH2."), 2, true);
+    CommonOptions common;
     QVector<ZDPath> paths;
-    if (!readPaths(args, paths))
-        return 1;
+    int code = 0;
+    if (!readPaths(line, args, 2, common, paths, code))
+        return code;
     XPath first;
     XPath second;
     paths[0].toXPath(first);
@@ -183,17 +159,19 @@ int runDivide(const QStringList &arguments)
         results.append({names.at(k), elements});
         delete parts.at(k);
     }
-    return writePictures(args, paths, results) ? 0 : 1;
+    return writeResults(common, paths, results) ? 0 : 1;
 }
 
-int runCrossPoints(const QStringList &arguments)
+int runCrossPoints(const QStringList &args)
 {
-    BooleanArgs args;
-    if (const int code = parseArgs(QStringLiteral("crosspoints"), arguments, 2, args))
-        return code;
+    CommandLine line = booleanCommand(QStringLiteral("crosspoints"),
+            QStringLiteral("Prints the crossing points of two paths and the first one as the best."),
+            2, false);
+    CommonOptions common;
     QVector<ZDPath> paths;
-    if (!readPaths(args, paths))
-        return 1;
+    int code = 0;
+    if (!readPaths(line, args, 2, common, paths, code))
+        return code;
     ZDPath first = paths.at(0);
     ZDPath second = paths.at(1);
     const QVector<QPointF> points = first.crossPoints(second);
@@ -203,20 +181,22 @@ int runCrossPoints(const QStringList &arguments)
     std::printf("crosspoints %d best %.17g %.17g\n", points.size(), best.x(), best.y());
     ZDPath both = first;
     both.addPath(second, false);
-    return writeSamples(args, {Sample(QStringLiteral("crosspoints"), both, points)}) ? 0 : 1;
+    return writePictures(common, {Sample(QStringLiteral("crosspoints"), both, points)}) ? 0 : 1;
 }
 
-int runEvenOdd(const QStringList &arguments)
+int runEvenOdd(const QStringList &args)
 {
-    BooleanArgs args;
-    if (const int code = parseArgs(QStringLiteral("evenodd"), arguments, 1, args))
-        return code;
+    CommandLine line = booleanCommand(QStringLiteral("evenodd"),
+            QStringLiteral("Tells whether the closed subpaths of PATH run different ways, then "
+                           "prints PATH followed by its contours in compound orientation."), 1, true);
+    CommonOptions common;
     QVector<ZDPath> paths;
-    if (!readPaths(args, paths))
-        return 1;
+    int code = 0;
+    if (!readPaths(line, args, 1, common, paths, code))
+        return code;
     ZDPath path = paths.at(0);
     std::printf("mixed-orientation %d\n", path.isEvenOdd() ? 1 : 0);
     path.evenOdd();
     std::printf("%s\n", qPrintable(toSvgPath(path)));
-    return writePictures(args, paths, {{QStringLiteral("evenodd"), path}}) ? 0 : 1;
+    return writeResults(common, paths, {{QStringLiteral("evenodd"), path}}) ? 0 : 1;
 }

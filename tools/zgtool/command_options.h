@@ -2,6 +2,7 @@
 #ifndef ZGTOOL_COMMAND_OPTIONS_H
 #define ZGTOOL_COMMAND_OPTIONS_H
 
+#include "command_line.h"
 #include "samples.h"
 
 #include <zgraphics/drawing.h>
@@ -10,28 +11,33 @@
 #include <QtCore/QStringList>
 #include <QtCore/QVector>
 
-// The options every command shares, and the positional path data.
+// The options every path command shares, and the positional path argument.
 struct CommonOptions
 {
     QString pathData;
     QString pngFile;
     QString svgFile;
+    QString outFile;
+    bool withOperands = false;
 };
 
+// The shared options of a parsed command line and its first argument.
+CommonOptions commonOptions(const CommandLine &line);
 // "zgtool: message" on standard error.
 void printError(const QString &message);
-// Reads the value after the option at i (moving i onto it); false with a
-// message if there is none.
-bool takeValue(const QStringList &args, int &i, QString &value);
-// The same for a finite number.
-bool takeNumber(const QStringList &args, int &i, double &value);
-// Handles --png, --svg and the positional path data; false for anything
-// else. error tells that an option lacked its value.
-bool takeCommon(const QStringList &args, int &i, CommonOptions &common, bool &error);
-// Parses the path data (- reads standard input); false with a message.
+// The path data an argument stands for: the text of standard input for -,
+// the content of a file (path data, or the shapes of an SVG document as
+// path data, with the elements not read listed on standard error; FILE#ID
+// reads only the element of that id), else the argument itself. False with a one-line message.
+bool readPathData(const QString &argument, QString &data);
+// Parses the path argument (see readPathData); false with a message.
 bool readPath(const CommonOptions &common, ZDPath &path);
 // Draws the samples into the --png and --svg files that were asked for.
 bool writePictures(const CommonOptions &common, const QVector<Sample> &samples);
+// Writes the results into the --out document if one was asked for, over the
+// operands with --with-operands.
+bool writeResult(const CommonOptions &common, const QVector<ZDPath> &results,
+                 const QVector<ZDPath> &operands);
 // The message for an unknown option; returns the usage exit code 2.
 int unknownOption(const QString &command, const QString &option);
 // "x y" with round-trip precision.

@@ -2,6 +2,7 @@
 
 #include "command_options.h"
 #include "render.h"
+#include "svg_document.h"
 #include "svgpath.h"
 
 #include <zgraphics/drawing.h>
@@ -22,58 +23,26 @@ void printError(const QString &message)
     std::fprintf(stderr, "zgtool: %s\n", qPrintable(message));
 }
 
-// Reads the value after an option; false with a message if there is none.
-bool takeValue(const QStringList &args, int &i, QString &value)
+CommonOptions commonOptions(const CommandLine &line)
 {
-    if (i + 1 >= args.size()) {
-        printError(QStringLiteral("option %1 needs a value").arg(args.at(i)));
-        return false;
-    }
-    value = args.at(++i);
-    return true;
-}
-
-bool takeNumber(const QStringList &args, int &i, double &value)
-{
-    QString text;
-    if (!takeValue(args, i, text))
-        return false;
-    bool ok = false;
-    value = text.toDouble(&ok);
-    if (!ok || !std::isfinite(value)) {
-        printError(QStringLiteral("option %1: '%2' is not a finite number").arg(args.at(i - 1), text));
-        return false;
-    }
-    return true;
-}
-
-// Handles --png, --svg and the positional path data; false for anything else.
-bool takeCommon(const QStringList &args, int &i, CommonOptions &common, bool &error)
-{
-    const QString &arg = args.at(i);
-    error = false;
-    if (arg == QLatin1String("--png"))
-        error = !takeValue(args, i, common.pngFile);
-    else if (arg == QLatin1String("--svg"))
-        error = !takeValue(args, i, common.svgFile);
-    else if (!arg.startsWith(QLatin1String("--")) && common.pathData.isNull())
-        common.pathData = arg;
-    else
-        return false;
-    return true;
+    CommonOptions common;
+    common.pathData = line.argument(0);
+    common.pngFile = line.value(QStringLiteral("png"));
+    common.svgFile = line.value(QStringLiteral("svg"));
+    common.outFile = line.value(QStringLiteral("out"));
+    common.withOperands = line.isSet(QStringLiteral("with-operands"));
+    return common;
 }
 
 bool readPath(const CommonOptions &common, ZDPath &path)
 {
-    QString data = common.pathData;
-    if (data.isNull()) {
+    if (common.pathData.isNull()) {
         printError(QStringLiteral("no path data given"));
         return false;
     }
-    if (data == QLatin1String("-")) {
-        QTextStream in(stdin);
-        data = in.readAll();
-    }
+    QString data;
+    if (!readPathData(common.pathData, data))
+        return false;
     QString error;
     if (!parseSvgPath(data, path, error)) {
         printError(QStringLiteral("path data: %1").arg(error));
@@ -90,6 +59,18 @@ bool writePictures(const CommonOptions &common, const QVector<Sample> &samples)
     }
     if (!common.svgFile.isEmpty() && !renderSvg(samples, common.svgFile)) {
         printError(QStringLiteral("cannot write %1").arg(common.svgFile));
+        return false;
+    }
+    return true;
+}
+
+bool writeResult(const CommonOptions &common, const QVector<ZDPath> &results,
+                 const QVector<ZDPath> &operands)
+{
+    if (common.outFile.isEmpty())
+        return true;
+    if (!writeSvgDocument(common.outFile, results, common.withOperands ? operands : QVector<ZDPath>())) {
+        printError(QStringLiteral("cannot write %1").arg(common.outFile));
         return false;
     }
     return true;
@@ -123,25 +104,37 @@ void printOpenEnds(ZDPath &path)
 
 } // namespace
 
+namespace {
+
+// A command line with one path argument and the picture options; with
+// result set also --out and --with-operands.
+CommandLine pathCommand(const QString &command, const QString &summary, bool result)
+{
+    CommandLine line(command, summary);
+    line.addArgument(QStringLiteral("PATH"), QString::fromLatin1(kPathArgumentHelp));
+    line.addPictureOptions();
+    if (result)
+        line.addResultOptions();
+    return line;
+}
+
+} // namespace
+
 int runMeasure(const QStringList &args)
 {
-    CommonOptions common;
+    CommandLine line = pathCommand(QStringLiteral("measure"),
+            QStringLiteral("Prints the length of PATH, its open ends, and with --at-length or "
+                           "--at-fraction the point, unit tangent and normal at that place."), false);
+    line.addOption(QStringLiteral("at-length"), QStringLiteral("L"),
+                   QStringLiteral("arc length from the start, in path units"));
+    line.addOption(QStringLiteral("at-fraction"), QStringLiteral("F"),
+                   QStringLiteral("share of the length, 0 to 1 (used before --at-length)"));
     double offset = qQNaN();
     double fraction = qQNaN();
-    for (int i = 0; i < args.size(); ++i) {
-        bool error = false;
-        if (args.at(i) == QLatin1String("--at-length")) {
-            if (!takeNumber(args, i, offset))
-                return 2;
-        } else if (args.at(i) == QLatin1String("--at-fraction")) {
-            if (!takeNumber(args, i, fraction))
-                return 2;
-        } else if (!takeCommon(args, i, common, error)) {
-            return unknownOption(QStringLiteral("measure"), args.at(i));
-        } else if (error) {
-            return 2;
-        }
-    }
+    if (!line.parse(args) || !line.number(QStringLiteral("at-length"), offset)
+            || !line.number(QStringLiteral("at-fraction"), fraction))
+        return line.exitCode();
+    const CommonOptions common = commonOptions(line);
     ZDPath path;
     if (!readPath(common, path))
         return 1;
@@ -169,14 +162,11 @@ int runMeasure(const QStringList &args)
 
 int runReverse(const QStringList &args)
 {
-    CommonOptions common;
-    for (int i = 0; i < args.size(); ++i) {
-        bool error = false;
-        if (!takeCommon(args, i, common, error))
-            return unknownOption(QStringLiteral("reverse"), args.at(i));
-        if (error)
-            return 2;
-    }
+    CommandLine line = pathCommand(QStringLiteral("reverse"),
+            QStringLiteral("Prints PATH with every subpath reversed."), true);
+    if (!line.parse(args))
+        return line.exitCode();
+    const CommonOptions common = commonOptions(line);
     ZDPath path;
     if (!readPath(common, path))
         return 1;
@@ -187,36 +177,31 @@ int runReverse(const QStringList &args)
     Sample result{QStringLiteral("reversed"), reversed, {}};
     if (!reversed.isEmpty())
         result.marks << reversed.elements.first().toPoint();
-    return writePictures(common, {input, result}) ? 0 : 1;
+    return writePictures(common, {input, result}) && writeResult(common, {reversed}, {path}) ? 0 : 1;
 }
 
 int runShorten(const QStringList &args)
 {
-    CommonOptions common;
+    CommandLine line = pathCommand(QStringLiteral("shorten"),
+            QStringLiteral("Shortens the open ends of PATH for line heads and prints the result."), true);
+    line.addOption(QStringLiteral("start"), QStringLiteral("L"),
+                   QStringLiteral("length taken off the start of each open subpath, in path units"),
+                   QStringLiteral("0"));
+    line.addOption(QStringLiteral("end"), QStringLiteral("L"),
+                   QStringLiteral("length taken off the end, in path units"), QStringLiteral("0"));
+    line.addOption(QStringLiteral("outer-only"), QString(),
+                   QStringLiteral("move only the path's own first and last points"));
     double startLength = 0.0;
     double endLength = 0.0;
-    bool outerOnly = false;
-    for (int i = 0; i < args.size(); ++i) {
-        bool error = false;
-        if (args.at(i) == QLatin1String("--start")) {
-            if (!takeNumber(args, i, startLength))
-                return 2;
-        } else if (args.at(i) == QLatin1String("--end")) {
-            if (!takeNumber(args, i, endLength))
-                return 2;
-        } else if (args.at(i) == QLatin1String("--outer-only")) {
-            outerOnly = true;
-        } else if (!takeCommon(args, i, common, error)) {
-            return unknownOption(QStringLiteral("shorten"), args.at(i));
-        } else if (error) {
-            return 2;
-        }
-    }
+    if (!line.parse(args) || !line.number(QStringLiteral("start"), startLength)
+            || !line.number(QStringLiteral("end"), endLength))
+        return line.exitCode();
+    const CommonOptions common = commonOptions(line);
     ZDPath path;
     if (!readPath(common, path))
         return 1;
     ZDPath shortened = path;
-    const bool found = shortened.setLineHead(startLength, endLength, outerOnly);
+    const bool found = shortened.setLineHead(startLength, endLength, line.isSet(QStringLiteral("outer-only")));
     std::printf("%s\n", qPrintable(toSvgPath(shortened)));
     if (!found)
         std::fprintf(stderr, "zgtool: shorten: no open end was shortened\n");
@@ -226,29 +211,27 @@ int runShorten(const QStringList &args)
         if (e.auxX != 0.0 || e.auxY != 0.0)
             result.marks << QPointF(e.auxX, e.auxY); // where the end was before
     }
-    return writePictures(common, {input, result}) ? 0 : 1;
+    return writePictures(common, {input, result}) && writeResult(common, {shortened}, {path}) ? 0 : 1;
 }
 
 int runConvert(const QStringList &args)
 {
-    CommonOptions common;
-    QString target = QStringLiteral("svg");
-    for (int i = 0; i < args.size(); ++i) {
-        bool error = false;
-        if (args.at(i) == QLatin1String("--to")) {
-            if (!takeValue(args, i, target))
-                return 2;
-        } else if (!takeCommon(args, i, common, error)) {
-            return unknownOption(QStringLiteral("convert"), args.at(i));
-        } else if (error) {
-            return 2;
-        }
-    }
+    CommandLine line = pathCommand(QStringLiteral("convert"),
+            QStringLiteral("Prints PATH as SVG path data or as its element list, or after a round "
+                           "trip through the object graph or a QPainterPath."), true);
+    line.addOption(QStringLiteral("to"), QStringLiteral("FORMAT"),
+                   QStringLiteral("svg (path data), elements (the element list), xpath (through "
+                                  "the object graph) or painter (through a QPainterPath)"),
+                   QStringLiteral("svg"));
+    if (!line.parse(args))
+        return line.exitCode();
+    const QString target = line.value(QStringLiteral("to"));
     if (target != QLatin1String("svg") && target != QLatin1String("elements")
             && target != QLatin1String("xpath") && target != QLatin1String("painter")) {
         printError(QStringLiteral("convert: unknown target '%1' (svg, elements, xpath, painter)").arg(target));
         return 2;
     }
+    const CommonOptions common = commonOptions(line);
     ZDPath path;
     if (!readPath(common, path))
         return 1;
@@ -270,42 +253,34 @@ int runConvert(const QStringList &args)
     else
         std::printf("%s\n", qPrintable(toSvgPath(result)));
     return writePictures(common, {Sample{QStringLiteral("input"), path, {}},
-                                  Sample{QStringLiteral("converted"), result, {}}}) ? 0 : 1;
+                                  Sample{QStringLiteral("converted"), result, {}}})
+                    && writeResult(common, {result}, {path}) ? 0 : 1;
 }
 
 namespace {
 
-// Parses a second positional path given after the first.
-bool takeSecondPath(const QStringList &args, int &i, CommonOptions &common, QString &second)
-{
-    const QString &arg = args.at(i);
-    if (arg.startsWith(QLatin1String("--")) || common.pathData.isNull() || !second.isNull())
-        return false;
-    second = arg;
-    return true;
-}
-
 int runCrossings(const QString &command, const QStringList &args, bool withOther)
 {
-    CommonOptions common;
-    QString secondData;
-    for (int i = 0; i < args.size(); ++i) {
-        bool error = false;
-        if (withOther && takeSecondPath(args, i, common, secondData))
-            continue;
-        if (!takeCommon(args, i, common, error))
-            return unknownOption(command, args.at(i));
-        if (error)
-            return 2;
-    }
+    CommandLine line(command, withOther
+            ? QStringLiteral("Prints the crossings and overlap ends of two paths: curve index, "
+                             "time, point, overlap flag, and the curve and time on the other path.")
+            : QStringLiteral("Prints the crossings of PATH with itself."));
+    line.addArgument(withOther ? QStringLiteral("PATH1") : QStringLiteral("PATH"),
+                     QString::fromLatin1(kPathArgumentHelp));
+    if (withOther)
+        line.addArgument(QStringLiteral("PATH2"), QStringLiteral("the other path, in the same forms"));
+    line.addPictureOptions();
+    if (!line.parse(args))
+        return line.exitCode();
+    const CommonOptions common = commonOptions(line);
     ZDPath path;
     if (!readPath(common, path))
         return 1;
     ZDPath other;
     if (withOther) {
         CommonOptions second;
-        second.pathData = secondData;
-        if (secondData.isNull()) {
+        second.pathData = line.argument(1);
+        if (second.pathData.isNull()) {
             printError(QStringLiteral("%1: two paths are needed").arg(command));
             return 2;
         }
@@ -335,44 +310,36 @@ int runSelf(const QStringList &args)
 
 int runBounds(const QStringList &args)
 {
-    CommonOptions common;
+    CommandLine line = pathCommand(QStringLiteral("bounds"),
+            QStringLiteral("Prints the bounds of PATH (x y width height), its stroke bounds for "
+                           "a stroke of width W, and its handle bounds."), false);
+    line.addOption(QStringLiteral("stroke"), QStringLiteral("W"),
+                   QStringLiteral("stroke width in path units; above 0 adds the stroke bounds"),
+                   QStringLiteral("0"));
+    line.addOption(QStringLiteral("cap"), QStringLiteral("CAP"),
+                   QStringLiteral("line cap: butt, square or round"), QStringLiteral("butt"));
+    line.addOption(QStringLiteral("join"), QStringLiteral("JOIN"),
+                   QStringLiteral("line join: bevel, miter or round"), QStringLiteral("bevel"));
+    line.addOption(QStringLiteral("miter-limit"), QStringLiteral("M"),
+                   QStringLiteral("miter limit, in stroke widths"), QStringLiteral("10"));
+    line.addOption(QStringLiteral("handle"), QString(),
+                   QStringLiteral("also print the bounds of all control points"));
     double width = 0.0;
     double miterLimit = 10.0;
+    if (!line.parse(args) || !line.number(QStringLiteral("stroke"), width)
+            || !line.number(QStringLiteral("miter-limit"), miterLimit))
+        return line.exitCode();
     zgCap cap = zgCapButt;
+    const QString capName = line.value(QStringLiteral("cap"));
+    if (capName == QLatin1String("square")) cap = zgCapSquare;
+    else if (capName == QLatin1String("round")) cap = zgCapRound;
+    else if (capName != QLatin1String("butt")) return unknownOption(QStringLiteral("bounds --cap"), capName);
     zgJoin join = zgJoinBevel;
-    bool handle = false;
-    for (int i = 0; i < args.size(); ++i) {
-        bool error = false;
-        const QString &arg = args.at(i);
-        QString value;
-        if (arg == QLatin1String("--stroke")) {
-            if (!takeNumber(args, i, width))
-                return 2;
-        } else if (arg == QLatin1String("--miter-limit")) {
-            if (!takeNumber(args, i, miterLimit))
-                return 2;
-        } else if (arg == QLatin1String("--cap")) {
-            if (!takeValue(args, i, value))
-                return 2;
-            if (value == QLatin1String("butt")) cap = zgCapButt;
-            else if (value == QLatin1String("square")) cap = zgCapSquare;
-            else if (value == QLatin1String("round")) cap = zgCapRound;
-            else return unknownOption(QStringLiteral("bounds --cap"), value);
-        } else if (arg == QLatin1String("--join")) {
-            if (!takeValue(args, i, value))
-                return 2;
-            if (value == QLatin1String("bevel")) join = zgJoinBevel;
-            else if (value == QLatin1String("miter")) join = zgJoinMiter;
-            else if (value == QLatin1String("round")) join = zgJoinRound;
-            else return unknownOption(QStringLiteral("bounds --join"), value);
-        } else if (arg == QLatin1String("--handle")) {
-            handle = true;
-        } else if (!takeCommon(args, i, common, error)) {
-            return unknownOption(QStringLiteral("bounds"), arg);
-        } else if (error) {
-            return 2;
-        }
-    }
+    const QString joinName = line.value(QStringLiteral("join"));
+    if (joinName == QLatin1String("miter")) join = zgJoinMiter;
+    else if (joinName == QLatin1String("round")) join = zgJoinRound;
+    else if (joinName != QLatin1String("bevel")) return unknownOption(QStringLiteral("bounds --join"), joinName);
+    const CommonOptions common = commonOptions(line);
     ZDPath path;
     if (!readPath(common, path))
         return 1;
@@ -389,139 +356,147 @@ int runBounds(const QStringList &args)
     report("bounds", zgBoundOpt());
     if (width > 0.0)
         report("stroke-bounds", zgBoundOpt(true, false, false, false));
-    if (handle)
+    if (line.isSet(QStringLiteral("handle")))
         report("handle-bounds", zgBoundOpt(false, false, false, true));
     return writePictures(common, {sample}) ? 0 : 1;
 }
 
-int runEffect(const QString &command, const QStringList &args,
-              const QVector<QPair<QString, double *>> &numbers, QStringList flags,
-              QSet<QString> *flagsSeen, const std::function<ZDPath(ZDPath &)> &effect)
+CommandLine effectCommand(const QString &command, const QString &summary)
 {
-    CommonOptions common;
-    for (int i = 0; i < args.size(); ++i) {
-        bool error = false;
-        bool handled = false;
-        for (const auto &number : numbers) {
-            if (args.at(i) == number.first) {
-                if (!takeNumber(args, i, *number.second))
-                    return 2;
-                handled = true;
-                break;
-            }
-        }
-        if (handled)
-            continue;
-        if (flags.contains(args.at(i))) {
-            flagsSeen->insert(args.at(i));
-            continue;
-        }
-        if (!takeCommon(args, i, common, error))
-            return unknownOption(command, args.at(i));
-        if (error)
-            return 2;
-    }
+    return pathCommand(command, summary, true);
+}
+
+int runEffect(CommandLine &line, const std::function<ZDPath(ZDPath &)> &effect)
+{
+    const CommonOptions common = commonOptions(line);
     ZDPath path;
     if (!readPath(common, path))
         return 1;
     ZDPath input = path;
     const ZDPath result = effect(path);
     std::printf("%s\n", qPrintable(toSvgPath(result)));
-    Sample sample(command, result);
+    Sample sample(line.command(), result);
     sample.source = input;
     sample.showPoints = false;
-    return writePictures(common, {sample}) ? 0 : 1;
+    return writePictures(common, {sample}) && writeResult(common, {result}, {input}) ? 0 : 1;
 }
 
 int runRound(const QStringList &args)
 {
+    CommandLine line = effectCommand(QStringLiteral("round"),
+            QStringLiteral("Rounds the corners of PATH (setCornerRound; with --connector the "
+                           "line-line corners of a connector, with --contours setCornerRound2)."));
+    line.addOption(QStringLiteral("radius"), QStringLiteral("R"),
+                   QStringLiteral("corner radius, in path units"), QStringLiteral("10"));
+    line.addOption(QStringLiteral("connector"), QString(),
+                   QStringLiteral("round as a connector line, every corner named"));
+    line.addOption(QStringLiteral("contours"), QString(),
+                   QStringLiteral("round every contour with setCornerRound2"));
     double radius = 10.0;
-    QSet<QString> seen;
-    return runEffect(QStringLiteral("round"), args, {{QStringLiteral("--radius"), &radius}},
-                     {QStringLiteral("--connector"), QStringLiteral("--contours")}, &seen,
-                     [&](ZDPath &path) {
-                         if (seen.contains(QStringLiteral("--connector"))) {
-                             ZDPath marks = path; // every corner named
-                             path.setCornerRoundForConnectline(radius, marks);
-                         } else if (seen.contains(QStringLiteral("--contours"))) {
-                             path.setCornerRound2(radius);
-                         } else {
-                             path.setCornerRound(radius);
-                         }
-                         return path;
-                     });
+    if (!line.parse(args) || !line.number(QStringLiteral("radius"), radius))
+        return line.exitCode();
+    return runEffect(line, [&](ZDPath &path) {
+        if (line.isSet(QStringLiteral("connector"))) {
+            ZDPath marks = path; // every corner named
+            path.setCornerRoundForConnectline(radius, marks);
+        } else if (line.isSet(QStringLiteral("contours"))) {
+            path.setCornerRound2(radius);
+        } else {
+            path.setCornerRound(radius);
+        }
+        return path;
+    });
 }
 
 int runParallel(const QStringList &args)
 {
+    CommandLine line = effectCommand(QStringLiteral("parallel"),
+            QStringLiteral("Prints the parallel outline of PATH at distance D, curves sampled every S."));
+    line.addOption(QStringLiteral("distance"), QStringLiteral("D"),
+                   QStringLiteral("distance to the side of the normal (ty, -tx), in path units"),
+                   QStringLiteral("10"));
+    line.addOption(QStringLiteral("step"), QStringLiteral("S"),
+                   QStringLiteral("sampling step along curves, in path units"), QStringLiteral("1"));
     double distance = 10.0;
     double step = 1.0;
-    QSet<QString> seen;
-    return runEffect(QStringLiteral("parallel"), args,
-                     {{QStringLiteral("--distance"), &distance}, {QStringLiteral("--step"), &step}}, {},
-                     &seen, [&](ZDPath &path) {
-                         ZDPath out;
-                         path.parallelPath(out, distance, step);
-                         return out;
-                     });
+    if (!line.parse(args) || !line.number(QStringLiteral("distance"), distance)
+            || !line.number(QStringLiteral("step"), step))
+        return line.exitCode();
+    return runEffect(line, [&](ZDPath &path) {
+        ZDPath out;
+        path.parallelPath(out, distance, step);
+        return out;
+    });
 }
 
 int runWave(const QStringList &args)
 {
+    CommandLine line = effectCommand(QStringLiteral("wave"),
+            QStringLiteral("Prints the wavy line of the given kind along PATH."));
+    line.addOption(QStringLiteral("kind"), QStringLiteral("K"),
+                   QStringLiteral("wave kind, 0 to 6"), QStringLiteral("0"));
+    line.addOption(QStringLiteral("wavelength"), QStringLiteral("W"),
+                   QStringLiteral("wavelength, in path units"), QStringLiteral("20"));
+    line.addOption(QStringLiteral("amplitude"), QStringLiteral("A"),
+                   QStringLiteral("amplitude, in path units"), QStringLiteral("5"));
+    line.addOption(QStringLiteral("smoothness"), QStringLiteral("S"),
+                   QStringLiteral("smoothness of the wave, 0 to 1"), QStringLiteral("0.5"));
     double kind = 0.0;
     double wavelength = 20.0;
     double amplitude = 5.0;
     double smoothness = 0.5;
-    QSet<QString> seen;
-    return runEffect(QStringLiteral("wave"), args,
-                     {{QStringLiteral("--kind"), &kind}, {QStringLiteral("--wavelength"), &wavelength},
-                      {QStringLiteral("--amplitude"), &amplitude},
-                      {QStringLiteral("--smoothness"), &smoothness}},
-                     {}, &seen, [&](ZDPath &path) {
-                         ZDPath out;
-                         path.wavePath(out, int(qBound(-1.0, kind, 7.0)), wavelength, amplitude,
-                                       smoothness);
-                         return out;
-                     });
+    if (!line.parse(args) || !line.number(QStringLiteral("kind"), kind)
+            || !line.number(QStringLiteral("wavelength"), wavelength)
+            || !line.number(QStringLiteral("amplitude"), amplitude)
+            || !line.number(QStringLiteral("smoothness"), smoothness))
+        return line.exitCode();
+    return runEffect(line, [&](ZDPath &path) {
+        ZDPath out;
+        path.wavePath(out, int(qBound(-1.0, kind, 7.0)), wavelength, amplitude, smoothness);
+        return out;
+    });
 }
 
 int runHandDrawn(const QStringList &args)
 {
+    CommandLine line = effectCommand(QStringLiteral("handdrawn"),
+            QStringLiteral("Prints a hand-drawn copy of PATH."));
+    line.addOption(QStringLiteral("amplitude"), QStringLiteral("A"),
+                   QStringLiteral("largest sideways shift, in path units"), QStringLiteral("5"));
+    line.addOption(QStringLiteral("step"), QStringLiteral("S"),
+                   QStringLiteral("distance between shifted points, in path units"), QStringLiteral("5"));
     double amplitude = 5.0;
     double step = 5.0;
-    QSet<QString> seen;
-    return runEffect(QStringLiteral("handdrawn"), args,
-                     {{QStringLiteral("--amplitude"), &amplitude}, {QStringLiteral("--step"), &step}},
-                     {}, &seen, [&](ZDPath &path) {
-                         ZDPath out;
-                         out.manualPath(path, amplitude, step);
-                         return out;
-                     });
+    if (!line.parse(args) || !line.number(QStringLiteral("amplitude"), amplitude)
+            || !line.number(QStringLiteral("step"), step))
+        return line.exitCode();
+    return runEffect(line, [&](ZDPath &path) {
+        ZDPath out;
+        out.manualPath(path, amplitude, step);
+        return out;
+    });
 }
 
 int runNoise(const QStringList &args)
 {
-    QString fileName = QStringLiteral("zgtool-noise.png");
+    CommandLine line(QStringLiteral("noise"),
+                     QStringLiteral("Draws a noise curve into an image and writes it as PNG."));
+    line.addOption(QStringLiteral("width"), QStringLiteral("W"),
+                   QStringLiteral("image width, 1 to 10000 pixels"), QStringLiteral("400"));
+    line.addOption(QStringLiteral("height"), QStringLiteral("H"),
+                   QStringLiteral("image height, 1 to 10000 pixels"), QStringLiteral("300"));
+    line.addOption(QStringLiteral("png"), QStringLiteral("FILE"), QStringLiteral("the picture"),
+                   QStringLiteral("zgtool-noise.png"));
     double width = 400;
     double height = 300;
-    for (int i = 0; i < args.size(); ++i) {
-        if (args.at(i) == QLatin1String("--png")) {
-            if (!takeValue(args, i, fileName))
-                return 2;
-        } else if (args.at(i) == QLatin1String("--width")) {
-            if (!takeNumber(args, i, width))
-                return 2;
-        } else if (args.at(i) == QLatin1String("--height")) {
-            if (!takeNumber(args, i, height))
-                return 2;
-        } else {
-            return unknownOption(QStringLiteral("noise"), args.at(i));
-        }
-    }
+    if (!line.parse(args) || !line.number(QStringLiteral("width"), width)
+            || !line.number(QStringLiteral("height"), height))
+        return line.exitCode();
     if (width < 1 || height < 1 || width > 10000 || height > 10000) {
         printError(QStringLiteral("noise: width and height must lie in 1 to 10000"));
         return 2;
     }
+    const QString fileName = line.value(QStringLiteral("png"));
     QImage image(int(width), int(height), QImage::Format_ARGB32);
     image.fill(Qt::white);
     if (!Noise::perlinNoise(image).save(fileName, "PNG")) {

@@ -1,4 +1,5 @@
-// zgtool sub-commands on paths given as SVG path data. Each returns the
+// zgtool sub-commands on paths given as SVG path data, files or SVG
+// documents. Each takes the arguments after its name and returns the
 // process exit code: 0 on success, 1 for bad data, 2 for bad usage.
 #ifndef ZGTOOL_COMMANDS_H
 #define ZGTOOL_COMMANDS_H
@@ -10,14 +11,16 @@
 
 #include <functional>
 
+class CommandLine;
 class ZDPath;
 
-// A path command whose numeric options are read into the given slots and
-// whose flags are collected in flagsSeen; the effect then turns the input
-// path into the result, which is printed and drawn beside the input.
-int runEffect(const QString &command, const QStringList &args,
-              const QVector<QPair<QString, double *>> &numbers, QStringList flags,
-              QSet<QString> *flagsSeen, const std::function<ZDPath(ZDPath &)> &effect);
+// The command line of an effect: PATH, the picture options, --out and
+// --with-operands. The command adds its own options and parses it.
+CommandLine effectCommand(const QString &command, const QString &summary);
+// Reads the path of a parsed effect command line; the effect then turns it
+// into the result, which is printed, drawn beside the input and written to
+// the --out document.
+int runEffect(CommandLine &line, const std::function<ZDPath(ZDPath &)> &effect);
 
 int runMeasure(const QStringList &args);
 int runReverse(const QStringList &args);

@@ -56,60 +56,38 @@ void reportPoint(XPath &compound, const QList<zgMono *> &pieces, const zgPoint &
     }
 }
 
-// Reads the two numbers after --point; false with a message.
-bool takePoint(const QStringList &args, int &i, zgPoint &point)
-{
-    if (i + 2 >= args.size()) {
-        printError(QStringLiteral("option --point needs two values, X and Y"));
-        return false;
-    }
-    bool xOk = false;
-    bool yOk = false;
-    point = zgPoint(args.at(i + 1).toDouble(&xOk), args.at(i + 2).toDouble(&yOk));
-    if (!xOk || !yOk || !std::isfinite(point.x) || !std::isfinite(point.y)) {
-        printError(QStringLiteral("option --point: '%1 %2' is not a finite point")
-                           .arg(args.at(i + 1), args.at(i + 2)));
-        return false;
-    }
-    i += 2;
-    return true;
-}
-
 } // namespace
 
 int runContains(const QStringList &args)
 {
-    CommonOptions common;
-    QVector<zgPoint> points;
+    CommandLine line(QStringLiteral("contains"),
+            QStringLiteral("For each point: its winding number, whether it is on the outline, "
+                           "whether PATH contains it (even-odd, or non-zero), and the hit test "
+                           "result for the default options, the stroke, the bare curves and the fill."));
+    line.addArgument(QStringLiteral("PATH"), QString::fromLatin1(kPathArgumentHelp));
+    line.addOption(QStringLiteral("point"), QStringLiteral("X Y"),
+                   QStringLiteral("a point to test; repeat for more (at least one)"));
+    line.addOption(QStringLiteral("stroke"), QStringLiteral("W"),
+                   QStringLiteral("stroke width for the stroke hit test, in path units"), QStringLiteral("1"));
+    line.addOption(QStringLiteral("tolerance"), QStringLiteral("T"),
+                   QStringLiteral("hit tolerance, in path units"), QStringLiteral("0.1"));
+    line.addOption(QStringLiteral("nonzero"), QString(),
+                   QStringLiteral("contain by the non-zero rule instead of even-odd"));
+    line.addPictureOptions();
     double width = 1.0;
     double tolerance = 0.1;
-    bool nonZero = false;
-    for (int i = 0; i < args.size(); ++i) {
-        bool error = false;
-        const QString &arg = args.at(i);
-        if (arg == QLatin1String("--point")) {
-            zgPoint point;
-            if (!takePoint(args, i, point))
-                return 2;
-            points << point;
-        } else if (arg == QLatin1String("--stroke")) {
-            if (!takeNumber(args, i, width))
-                return 2;
-        } else if (arg == QLatin1String("--tolerance")) {
-            if (!takeNumber(args, i, tolerance))
-                return 2;
-        } else if (arg == QLatin1String("--nonzero")) {
-            nonZero = true;
-        } else if (!takeCommon(args, i, common, error)) {
-            return unknownOption(QStringLiteral("contains"), arg);
-        } else if (error) {
-            return 2;
-        }
-    }
+    if (!line.parse(args) || !line.number(QStringLiteral("stroke"), width)
+            || !line.number(QStringLiteral("tolerance"), tolerance))
+        return line.exitCode();
+    QVector<QPointF> points;
+    if (!line.points(QStringLiteral("point"), points))
+        return line.exitCode();
     if (points.isEmpty()) {
         printError(QStringLiteral("contains: no --point X Y given"));
         return 2;
     }
+    const CommonOptions common = commonOptions(line);
+    const bool nonZero = line.isSet(QStringLiteral("nonzero"));
     ZDPath path;
     if (!readPath(common, path))
         return 1;
@@ -121,9 +99,9 @@ int runContains(const QStringList &args)
     for (zgPath *child : compound.children)
         pieces.append(child->getMonoCurves());
     Sample sample(QStringLiteral("contains"), path);
-    for (const zgPoint &point : points) {
-        reportPoint(compound, pieces, point, style, tolerance);
-        sample.marks << QPointF(point.x, point.y);
+    for (const QPointF &point : points) {
+        reportPoint(compound, pieces, zgPoint(point), style, tolerance);
+        sample.marks << point;
     }
     qDeleteAll(pieces);
     return writePictures(common, {sample}) ? 0 : 1;

@@ -16,21 +16,19 @@ namespace {
 // Reads the path and one numeric option, runs the contour operation on the
 // path's object graph, prints the result as SVG path data and draws source
 // and result.
-int runOnContours(const QString &command, const QStringList &args, const QString &option,
-                  double value, const std::function<bool(XPath &, double)> &operation)
+int runOnContours(const QString &command, const QString &summary, const QStringList &args,
+                  const QString &option, const QString &optionHelp, const QString &defaultValue,
+                  const std::function<bool(XPath &, double)> &operation)
 {
-    CommonOptions common;
-    for (int i = 0; i < args.size(); ++i) {
-        bool error = false;
-        if (args.at(i) == option) {
-            if (!takeNumber(args, i, value))
-                return 2;
-        } else if (!takeCommon(args, i, common, error)) {
-            return unknownOption(command, args.at(i));
-        } else if (error) {
-            return 2;
-        }
-    }
+    CommandLine line(command, summary);
+    line.addArgument(QStringLiteral("PATH"), QString::fromLatin1(kPathArgumentHelp));
+    line.addOption(option, option.left(1).toUpper(), optionHelp, defaultValue);
+    line.addPictureOptions();
+    line.addResultOptions();
+    double value = 0.0;
+    if (!line.parse(args) || !line.number(option, value))
+        return line.exitCode();
+    const CommonOptions common = commonOptions(line);
     ZDPath path;
     if (!readPath(common, path))
         return 1;
@@ -45,7 +43,7 @@ int runOnContours(const QString &command, const QStringList &args, const QString
         std::fprintf(stderr, "zgtool: %s: no contour changed\n", qPrintable(command));
     Sample sample(command, result);
     sample.source = path;
-    return writePictures(common, {sample}) ? 0 : 1;
+    return writePictures(common, {sample}) && writeResult(common, {result}, {path}) ? 0 : 1;
 }
 
 // The first cubic of path as start, two control points and end; false if
@@ -76,8 +74,11 @@ ZDPath cubicPath(const QPointF *points)
 
 int runFlatten(const QStringList &args)
 {
-    return runOnContours(QStringLiteral("flatten"), args, QStringLiteral("--flatness"), 1.0,
-                         [](XPath &xpath, double flatness) {
+    return runOnContours(QStringLiteral("flatten"),
+                         QStringLiteral("Replaces the curves of PATH by chords."), args,
+                         QStringLiteral("flatness"),
+                         QStringLiteral("largest distance of a chord from its curve, in path units"),
+                         QStringLiteral("1"), [](XPath &xpath, double flatness) {
                              xpath.flatten(flatness);
                              return true;
                          });
@@ -85,30 +86,35 @@ int runFlatten(const QStringList &args)
 
 int runSimplify(const QStringList &args)
 {
-    return runOnContours(QStringLiteral("simplify"), args, QStringLiteral("--tolerance"), 2.5,
+    return runOnContours(QStringLiteral("simplify"),
+                         QStringLiteral("Fits few cubics through the points of PATH."), args,
+                         QStringLiteral("tolerance"),
+                         QStringLiteral("bound of the squared miss, in squared path units, "
+                                        "truncated to an integer"),
+                         QStringLiteral("2.5"),
                          [](XPath &xpath, double tolerance) { return xpath.simplify(tolerance); });
 }
 
 int runStep(const QStringList &args)
 {
-    CommonOptions common;
+    CommandLine line(QStringLiteral("step"),
+            QStringLiteral("Walks the first cubic of PATH in steps and prints the points; with "
+                           "--at also the nearest step and the split there."));
+    line.addArgument(QStringLiteral("PATH"), QString::fromLatin1(kPathArgumentHelp));
+    line.addOption(QStringLiteral("scale"), QStringLiteral("S"),
+                   QStringLiteral("steps per unit of control-polygon length"), QStringLiteral("1"));
+    line.addOption(QStringLiteral("at"), QStringLiteral("X Y"),
+                   QStringLiteral("a point to find the nearest step to and split at"));
+    line.addPictureOptions();
     double scale = 1.0;
-    double atX = qQNaN();
-    double atY = qQNaN();
-    for (int i = 0; i < args.size(); ++i) {
-        bool error = false;
-        if (args.at(i) == QLatin1String("--scale")) {
-            if (!takeNumber(args, i, scale))
-                return 2;
-        } else if (args.at(i) == QLatin1String("--at")) {
-            if (!takeNumber(args, i, atX) || !takeNumber(args, i, atY))
-                return 2;
-        } else if (!takeCommon(args, i, common, error)) {
-            return unknownOption(QStringLiteral("step"), args.at(i));
-        } else if (error) {
-            return 2;
-        }
-    }
+    if (!line.parse(args) || !line.number(QStringLiteral("scale"), scale))
+        return line.exitCode();
+    QVector<QPointF> at;
+    if (!line.points(QStringLiteral("at"), at))
+        return line.exitCode();
+    const double atX = at.isEmpty() ? qQNaN() : at.last().x();
+    const double atY = at.isEmpty() ? qQNaN() : at.last().y();
+    const CommonOptions common = commonOptions(line);
     ZDPath path;
     if (!readPath(common, path))
         return 1;

@@ -2,12 +2,15 @@
 //
 // With no arguments it builds the built-in sample drawing paths, writes them
 // as a labelled PNG grid and prints their element lists.
+#include "command_line.h"
 #include "commands.h"
 #include "render.h"
 #include "samples.h"
 
 #include <QtCore/QStringList>
 #include <QtGui/QGuiApplication>
+
+#include <zgraphics/version.h>
 
 #include <cstdio>
 #include <cstring>
@@ -18,6 +21,8 @@ namespace {
 
 const char *const kUsage =
     "usage: zgtool [command] [options]\n"
+    "       zgtool help COMMAND | zgtool COMMAND --help   the options of a command\n"
+    "       zgtool --version\n"
     "\n"
     "commands:\n"
     "  samples [--out FILE]   build the built-in sample drawing paths (rectangles,\n"
@@ -104,30 +109,37 @@ const char *const kUsage =
     "                         (numbers; default clamped and uniform) as Bezier pieces\n"
     "  --help                 show this text\n"
     "\n"
-    "PATH is SVG path data (M L H V C S Q T A Z, absolute or relative), or - to\n"
-    "read it from standard input. Quadratics and arcs become cubics. Output paths\n"
-    "are SVG path data with 17 significant digits.\n"
-    "POINTS is \"x,y x,y ...\" or SVG path data, whose vertices are taken.\n"
+    "PATH is SVG path data (M L H V C S Q T A Z, absolute or relative), a file,\n"
+    "or - to read path data from standard input. A file holds path data or an\n"
+    "SVG document, whose path, rect, circle, ellipse, line, polyline and polygon\n"
+    "elements become subpaths with their transforms applied (FILE#ID reads one\n"
+    "element). Quadratics and arcs become cubics. Output paths are SVG path data\n"
+    "with 17 significant digits.\n"
+    "POINTS is \"x,y x,y ...\" or path data in the same forms, whose vertices are\n"
+    "taken.\n"
     "Every path command also takes --png FILE and --svg FILE, which draw the input\n"
-    "and the result side by side.\n"
+    "and the result side by side; commands with a result path take --out FILE.svg\n"
+    "[--with-operands], which writes the result (over the input in grey) as an\n"
+    "SVG document in the path's own coordinates.\n"
     "Exit codes: 0 success, 1 bad path data or unwritable file, 2 bad usage.\n";
 
 int usageError(const QString &message)
 {
-    std::fprintf(stderr, "zgtool: %s\n", qPrintable(message));
-    std::fprintf(stderr, "try 'zgtool --help'\n");
+    std::fprintf(stderr, "zgtool: %s (see 'zgtool --help')\n", qPrintable(message));
     return 2;
 }
 
 int runSamples(const QStringList &args)
 {
-    QString fileName = QStringLiteral("zgtool-samples.png");
-    for (int i = 0; i < args.size(); ++i) {
-        if (args.at(i) == QLatin1String("--out") && i + 1 < args.size())
-            fileName = args.at(++i);
-        else
-            return usageError(QStringLiteral("samples: unknown option '%1'").arg(args.at(i)));
-    }
+    CommandLine line(QStringLiteral("samples"),
+                     QStringLiteral("Builds the built-in sample drawing paths, writes them and one "
+                                    "page per topic as PNG grids and prints their elements."));
+    line.addOption(QStringLiteral("out"), QStringLiteral("FILE"),
+                   QStringLiteral("the first picture; the topic pages go beside it as FILE-TOPIC.png"),
+                   QStringLiteral("zgtool-samples.png"));
+    if (!line.parse(args))
+        return line.exitCode();
+    const QString fileName = line.value(QStringLiteral("out"));
     const QVector<Sample> samples = buildingSamples();
     for (const Sample &sample : samples)
         printElements(sample, stdout);
@@ -186,7 +198,15 @@ int main(int argc, char **argv)
     QGuiApplication app(argc, argv);
 
     QStringList args = app.arguments().mid(1);
-    const QString command = args.isEmpty() ? QStringLiteral("samples") : args.takeFirst();
+    QString command = args.isEmpty() ? QStringLiteral("samples") : args.takeFirst();
+    if (command == QLatin1String("--version")) {
+        std::printf("zgtool %s\n", ZGRAPHICS_VERSION_STR);
+        return 0;
+    }
+    if (command == QLatin1String("help") && !args.isEmpty()) {
+        command = args.takeFirst(); // help COMMAND is COMMAND --help
+        args = QStringList{QStringLiteral("--help")};
+    }
     if (command == QLatin1String("--help") || command == QLatin1String("-h")
             || command == QLatin1String("help")) {
         std::fputs(kUsage, stdout);

@@ -1,6 +1,7 @@
 // zgtool fit and bspline: cubic fitting through points and the conversion of
 // B-splines into Bezier pieces.
 #include "bezier_path.h"
+#include "command_options.h"
 #include "commands.h"
 #include "render.h"
 #include "svgpath.h"
@@ -8,7 +9,6 @@
 #include <zgraphics/drawing.h>
 
 #include <QtCore/QRegularExpression>
-#include <QtCore/QTextStream>
 
 #include <cmath>
 #include <cstdio>
@@ -16,61 +16,41 @@
 
 namespace {
 
-struct SplineOptions
+// The command line of fit (withKnots false) or bspline.
+CommandLine splineCommand(const QString &command, const QString &summary, bool withKnots)
 {
-    QString data;   // the positional argument
-    QString knots;  // --knots
-    double degree = 3.0;
-    QString pngFile;
-    QString svgFile;
-};
-
-void printSplineError(const QString &message)
-{
-    std::fprintf(stderr, "zgtool: %s\n", qPrintable(message));
+    CommandLine line(command, summary);
+    line.addArgument(QStringLiteral("POINTS"),
+                     QStringLiteral("\"x,y x,y ...\", or path data (given, in a file, in an SVG "
+                                    "document, or - for standard input) whose vertices are taken"));
+    if (withKnots) {
+        line.addOption(QStringLiteral("knots"), QStringLiteral("K"),
+                       QStringLiteral("knot vector, numbers separated by spaces or commas "
+                                      "(default clamped and uniform)"));
+        line.addOption(QStringLiteral("degree"), QStringLiteral("D"),
+                       QStringLiteral("degree of the B-spline, a whole number from 1 to 20"),
+                       QStringLiteral("3"));
+    }
+    line.addPictureOptions();
+    line.addResultOptions();
+    return line;
 }
 
-// Reads the options of fit (withKnots false) or bspline; 0, or the exit code.
-int readOptions(const QString &command, const QStringList &args, bool withKnots, SplineOptions &options)
+// Parses the command line and reads the points' text. False when the
+// command is to stop, with exitCode set: after the help, a usage error or
+// unreadable input.
+bool readOptions(CommandLine &line, const QStringList &args, QString &data, int &exitCode)
 {
-    for (int i = 0; i < args.size(); ++i) {
-        const QString &arg = args.at(i);
-        const bool takesValue = arg == QLatin1String("--png") || arg == QLatin1String("--svg")
-                || (withKnots && (arg == QLatin1String("--knots") || arg == QLatin1String("--degree")));
-        if (takesValue) {
-            if (i + 1 >= args.size()) {
-                printSplineError(QStringLiteral("option %1 needs a value").arg(arg));
-                return 2;
-            }
-            const QString value = args.at(++i);
-            if (arg == QLatin1String("--png")) {
-                options.pngFile = value;
-            } else if (arg == QLatin1String("--svg")) {
-                options.svgFile = value;
-            } else if (arg == QLatin1String("--knots")) {
-                options.knots = value;
-            } else {
-                bool ok = false;
-                options.degree = value.toDouble(&ok);
-                if (!ok || options.degree < 1 || options.degree > 20 || options.degree != std::floor(options.degree)) {
-                    printSplineError(QStringLiteral("option --degree: '%1' is not a whole number from 1 to 20").arg(value));
-                    return 2;
-                }
-            }
-        } else if (!arg.startsWith(QLatin1String("--")) && options.data.isNull()) {
-            options.data = arg;
-        } else {
-            printSplineError(QStringLiteral("%1: unknown option '%2'").arg(command, arg));
-            return 2;
-        }
+    if (!line.parse(args)) {
+        exitCode = line.exitCode();
+        return false;
     }
-    if (options.data.isNull()) {
-        printSplineError(QStringLiteral("%1: no points given").arg(command));
-        return 1;
+    exitCode = 1;
+    if (line.argument(0).isNull()) {
+        printError(QStringLiteral("%1: no points given").arg(line.command()));
+        return false;
     }
-    if (options.data == QLatin1String("-"))
-        options.data = QTextStream(stdin).readAll();
-    return 0;
+    return readPathData(line.argument(0), data);
 }
 
 // Numbers separated by commas or white space; false with a message on
@@ -143,34 +123,25 @@ void printBeziers(const QVector<QPointF> &points, int degree, const ZDPath &path
         std::printf("%s\n", qPrintable(toSvgPath(path)));
 }
 
-int writeSplinePictures(const SplineOptions &options, const QVector<Sample> &samples)
-{
-    if (!options.pngFile.isEmpty() && !renderGrid(samples, QStringLiteral("zgtool"), options.pngFile)) {
-        printSplineError(QStringLiteral("cannot write %1").arg(options.pngFile));
-        return 1;
-    }
-    if (!options.svgFile.isEmpty() && !renderSvg(samples, options.svgFile)) {
-        printSplineError(QStringLiteral("cannot write %1").arg(options.svgFile));
-        return 1;
-    }
-    return 0;
-}
-
 } // namespace
 
 int runFit(const QStringList &args)
 {
-    SplineOptions options;
-    if (const int code = readOptions(QStringLiteral("fit"), args, false, options))
+    CommandLine line = splineCommand(QStringLiteral("fit"),
+            QStringLiteral("The cubic through every point (bezierFitting): prints the Bezier "
+                           "control points and the curve as SVG path data."), false);
+    QString data;
+    int code = 0;
+    if (!readOptions(line, args, data, code))
         return code;
     QVector<QPointF> points;
     QString error;
-    if (!parsePoints(options.data, points, error)) {
-        printSplineError(QStringLiteral("fit: %1").arg(error));
+    if (!parsePoints(data, points, error)) {
+        printError(QStringLiteral("fit: %1").arg(error));
         return 1;
     }
     if (points.size() < 3) {
-        printSplineError(QStringLiteral("fit: needs 3 points at least, got %1").arg(points.size()));
+        printError(QStringLiteral("fit: needs 3 points at least, got %1").arg(points.size()));
         return 1;
     }
     int degree = 0;
@@ -178,7 +149,7 @@ int runFit(const QStringList &args)
     try {
         beziers = ZDPath::bezierFitting(points, degree);
     } catch (const std::runtime_error &e) {
-        printSplineError(QStringLiteral("fit: %1").arg(QString::fromUtf8(e.what())));
+        printError(QStringLiteral("fit: %1").arg(QString::fromUtf8(e.what())));
         return 1;
     }
     const ZDPath curve = bezierPath(beziers, degree);
@@ -186,23 +157,37 @@ int runFit(const QStringList &args)
     Sample sample(QStringLiteral("fit through %1 points").arg(points.size()), curve, points);
     sample.source = polylinePath(points);
     sample.showPoints = false;
-    return writeSplinePictures(options, {sample});
+    const CommonOptions common = commonOptions(line);
+    return writePictures(common, {sample}) && writeResult(common, {curve}, {sample.source}) ? 0 : 1;
 }
 
 int runBspline(const QStringList &args)
 {
-    SplineOptions options;
-    if (const int code = readOptions(QStringLiteral("bspline"), args, true, options))
+    CommandLine line = splineCommand(QStringLiteral("bspline"),
+            QStringLiteral("The B-spline of the control points POINTS on the knots K as Bezier "
+                           "pieces."), true);
+    QString data;
+    int code = 0;
+    if (!readOptions(line, args, data, code))
         return code;
+    double degreeValue = 3.0;
+    if (!line.number(QStringLiteral("degree"), degreeValue))
+        return line.exitCode();
+    if (degreeValue < 1 || degreeValue > 20 || degreeValue != std::floor(degreeValue)) {
+        printError(QStringLiteral("option --degree: '%1' is not a whole number from 1 to 20")
+                           .arg(line.value(QStringLiteral("degree"))));
+        return 2;
+    }
+    const QString knotText = line.value(QStringLiteral("knots"));
     QVector<QPointF> control;
     QVector<double> knots;
     QString error;
-    if (!parsePoints(options.data, control, error) || !parseNumbers(options.knots, knots, error)) {
-        printSplineError(QStringLiteral("bspline: %1").arg(error));
+    if (!parsePoints(data, control, error) || !parseNumbers(knotText, knots, error)) {
+        printError(QStringLiteral("bspline: %1").arg(error));
         return 1;
     }
-    int degree = int(options.degree);
-    if (options.knots.isNull()) {
+    int degree = int(degreeValue);
+    if (!line.isSet(QStringLiteral("knots"))) {
         // Clamped, one unit between inner knots, with the count of a cubic
         // (the count the conversion asks for).
         for (int i = 0; i < control.size() + 4; ++i)
@@ -212,11 +197,11 @@ int runBspline(const QStringList &args)
     try {
         beziers = ZDPath::bsplineToBezier(control, knots, degree);
     } catch (const std::runtime_error &e) {
-        printSplineError(QStringLiteral("bspline: %1").arg(QString::fromUtf8(e.what())));
+        printError(QStringLiteral("bspline: %1").arg(QString::fromUtf8(e.what())));
         return 1;
     }
     if (beziers.isEmpty()) {
-        printSplineError(QStringLiteral("bspline: more than 50000 knots"));
+        printError(QStringLiteral("bspline: more than 50000 knots"));
         return 1;
     }
     const ZDPath pieces = bezierPath(beziers, degree);
@@ -227,5 +212,6 @@ int runBspline(const QStringList &args)
     joints << beziers.last();
     Sample sample(QStringLiteral("B-spline as %1 Beziers").arg(beziers.size() / (degree + 1)), pieces, joints);
     sample.source = polylinePath(control);
-    return writeSplinePictures(options, {sample});
+    const CommonOptions common = commonOptions(line);
+    return writePictures(common, {sample}) && writeResult(common, {pieces}, {sample.source}) ? 0 : 1;
 }

@@ -1,6 +1,7 @@
 #include <zgraphics/drawing.h>
 #include <zgraphics/model.h>
 #include <zgraphics/primitives.h>
+#include <zgraphics/version.h>
 
 #include <cstdio>
 
@@ -12,6 +13,7 @@ int main()
     zgMatrix matrix;
     matrix.scale(2, 2, nullptr);
     const zgPoint mapped = matrix.transformPoint(zgPoint(3, 4));
-    std::printf("%d elements, mapped %g %g\n", path.count(), mapped.x, mapped.y);
+    std::printf("zgraphics %s: %d elements, mapped %g %g\n", ZGRAPHICS_VERSION_STR, path.count(),
+                mapped.x, mapped.y);
     return path.count() == 20 && mapped.x == 6 && mapped.y == 8 ? 0 : 1;
 }
