@@ -152,6 +152,21 @@ inline std::string malformation(const XPath &xpath, bool requireFinite)
 #define EXPECT_XPATH_WELL_FORMED_FINITE(xpath)                                                     \
     EXPECT_EQ(extreme::malformation((xpath), true), std::string())
 
+// Holds one counted contour for a test.
+class Held
+{
+public:
+    explicit Held(zgPath *path) : m_path(path) { m_path->addRef(); }
+    ~Held() { m_path->release(); }
+    Held(const Held &) = delete;
+    Held &operator=(const Held &) = delete;
+    zgPath *operator->() const { return m_path; }
+    zgPath *get() const { return m_path; }
+
+private:
+    zgPath *m_path;
+};
+
 } // namespace extreme
 
 #endif // ZGRAPHICS_TESTS_EXTREME_INPUT_H

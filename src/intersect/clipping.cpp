@@ -132,8 +132,7 @@ double clipHull(const Chain &top, const Chain &bottom, int step, double dMin, do
     return top.t[topFirst];
 }
 
-// subdivide, both halves; the halves alone are written where only one is
-// needed, with the same operations.
+// subdivide, both halves.
 void halve(const Values &v, double t, Values &before, Values &after)
 {
     const double u = 1.0 - t;
@@ -149,26 +148,18 @@ void halve(const Values &v, double t, Values &before, Values &after)
 
 Values firstHalf(const Values &v, double t)
 {
-    const double u = 1.0 - t;
-    const double x4 = u * v[0] + t * v[2], y4 = u * v[1] + t * v[3];
-    const double x5 = u * v[2] + t * v[4], y5 = u * v[3] + t * v[5];
-    const double x6 = u * v[4] + t * v[6], y6 = u * v[5] + t * v[7];
-    const double x7 = u * x4 + t * x5, y7 = u * y4 + t * y5;
-    const double x8 = u * x5 + t * x6, y8 = u * y5 + t * y6;
-    const double x9 = u * x7 + t * x8, y9 = u * y7 + t * y8;
-    return { v[0], v[1], x4, y4, x7, y7, x9, y9 };
+    Values before;
+    Values after;
+    halve(v, t, before, after);
+    return before;
 }
 
 Values secondHalf(const Values &v, double t)
 {
-    const double u = 1.0 - t;
-    const double x4 = u * v[0] + t * v[2], y4 = u * v[1] + t * v[3];
-    const double x5 = u * v[2] + t * v[4], y5 = u * v[3] + t * v[5];
-    const double x6 = u * v[4] + t * v[6], y6 = u * v[5] + t * v[7];
-    const double x7 = u * x4 + t * x5, y7 = u * y4 + t * y5;
-    const double x8 = u * x5 + t * x6, y8 = u * y5 + t * y6;
-    const double x9 = u * x7 + t * x8, y9 = u * y7 + t * y8;
-    return { x9, y9, x8, y8, x6, y6, v[6], v[7] };
+    Values before;
+    Values after;
+    halve(v, t, before, after);
+    return after;
 }
 
 // getPart.

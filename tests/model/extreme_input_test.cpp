@@ -16,20 +16,6 @@ using namespace extreme;
 
 namespace {
 
-class Held
-{
-public:
-    explicit Held(zgPath *path) : m_path(path) { m_path->addRef(); }
-    ~Held() { m_path->release(); }
-    Held(const Held &) = delete;
-    Held &operator=(const Held &) = delete;
-    zgPath *operator->() const { return m_path; }
-    zgPath *get() const { return m_path; }
-
-private:
-    zgPath *m_path;
-};
-
 // The curves of an open contour are one fewer than its segments, of a
 // closed one as many (none without segments).
 void expectCurvesMatch(zgPath *path)

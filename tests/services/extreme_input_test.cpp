@@ -20,21 +20,6 @@ using namespace extreme;
 
 namespace {
 
-// Holds one counted contour for a test.
-class Held
-{
-public:
-    explicit Held(zgPath *path) : m_path(path) { m_path->addRef(); }
-    ~Held() { m_path->release(); }
-    Held(const Held &) = delete;
-    Held &operator=(const Held &) = delete;
-    zgPath *operator->() const { return m_path; }
-    zgPath *get() const { return m_path; }
-
-private:
-    zgPath *m_path;
-};
-
 // A closed square with a curved side, scaled, with one coordinate set to bad
 // if badAt >= 0 (0: x of the second point, 1: y of the third).
 zgPath *curvedSquare(double scale, int badAt = -1, double bad = 0.0)
