@@ -1,5 +1,7 @@
 // Set operations and relations of drawing paths, through the compound paths
 // of the object graph.
+#include "drawing/element_contours.h"
+
 #include <zgraphics/drawing.h>
 #include <zgraphics/model.h>
 
@@ -56,40 +58,9 @@ void ZDPath::evenOdd()
 
 bool ZDPath::isEvenOdd() const
 {
-    QList<zgPath *> contours;
-    zgPath *current = nullptr;
-    const int count = elements.size();
-    for (int i = 0; i < count; ++i) {
-        const ZDPathElement &e = elements.at(i);
-        switch (e.type) {
-        case ZDMoveToElement:
-            current = new zgPath(nullptr, false);
-            contours.append(current);
-            current->moveTo(e.x, e.y);
-            break;
-        case ZDLineToElement:
-            // Drawing before any move has no contour to draw on: skipped.
-            if (current)
-                current->lineTo(e.x, e.y);
-            break;
-        case ZDCurveToElement:
-            if (current && i + 2 < count)
-                current->cubicCurveTo(zgPoint(e.x, e.y),
-                                      zgPoint(elements.at(i + 1).x, elements.at(i + 1).y),
-                                      zgPoint(elements.at(i + 2).x, elements.at(i + 2).y));
-            i += 2;
-            break;
-        case ZDCloseElement:
-            if (current) {
-                current->setClosed(true);
-                // Joining tolerance of drawing paths.
-                current->join(current, 1.0);
-            }
-            break;
-        default:
-            break;
-        }
-    }
+    // The contours as toXPath draws them, but without the clean-up and
+    // without a parent.
+    const QVector<zgPath *> contours = zgContoursOfElements(elements, 0, nullptr);
     bool mixed = false;
     bool haveFirst = false;
     bool firstClockwise = false;

@@ -1,4 +1,6 @@
 // ZDPath to and from the object graph: one zgPath contour per subpath.
+#include "drawing/element_contours.h"
+
 #include <zgraphics/drawing.h>
 #include <zgraphics/model.h>
 
@@ -48,9 +50,9 @@ void appendContour(ZDPath &path, const zgPath *contour)
 
 } // namespace
 
-void ZDPath::toXPath(XPath &out, int start)
+QVector<zgPath *> zgContoursOfElements(const QVector<ZDPathElement> &elements, int start,
+                                       XPath *parent)
 {
-    cleanUp();
     QVector<zgPath *> contours;
     zgPath *current = nullptr;
     const int count = elements.size();
@@ -58,7 +60,7 @@ void ZDPath::toXPath(XPath &out, int start)
         const ZDPathElement &e = elements.at(i);
         switch (e.type) {
         case ZDMoveToElement:
-            current = new zgPath(&out, false);
+            current = new zgPath(parent, false);
             contours.append(current);
             current->moveTo(e.x, e.y);
             break;
@@ -86,7 +88,13 @@ void ZDPath::toXPath(XPath &out, int start)
             break;
         }
     }
-    out.setChildren(contours);
+    return contours;
+}
+
+void ZDPath::toXPath(XPath &out, int start)
+{
+    cleanUp();
+    out.setChildren(zgContoursOfElements(elements, start, &out));
 }
 
 void ZDPath::fromXPath(XPath &xpath, int first, int last)
