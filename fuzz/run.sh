@@ -9,6 +9,10 @@
 #                                    a fresh working corpus and a fixed seed
 #   fuzz/run.sh ... NAME...          only the named harnesses (e.g. boolean_fuzzer)
 #
+# An input that runs longer than 60 s counts as a hang: the slowest known
+# inputs (booleans on dozens of stacked contours) take about 15 s under the
+# sanitizers.
+#
 # The checked-in seeds (fuzz/corpus/NAME) are read, never written: each run
 # grows a working corpus in build-fuzz/corpus/NAME. A finding stops the run
 # with a non-zero exit; its input is saved in build-fuzz/artifacts/ and can
@@ -56,7 +60,7 @@ for name in "${names[@]}"; do
     echo "== $name: ${limit[*]}"
     log="$build/$name.log"
     status=0
-    "$build/fuzz/$name" "${limit[@]}" -timeout=30 -rss_limit_mb=4096 -max_len=2048 \
+    "$build/fuzz/$name" "${limit[@]}" -timeout=60 -rss_limit_mb=4096 -max_len=2048 \
         -print_final_stats=1 -artifact_prefix="$build/artifacts/$name-" \
         "$work" "$root/fuzz/corpus/$name" >"$log" 2>&1 || status=$?
     grep -E '^(#[0-9]+ +DONE|stat::number_of_executed_units|stat::peak_rss_mb|INFO: seed corpus)' "$log" || true

@@ -1,6 +1,8 @@
 // Division of the working outlines at their crossing locations: every
 // location becomes a segment, and the segments at one point carry one chain
 // of all the locations that stand there.
+#include "location_chains.h"
+
 #include <zgraphics/model.h>
 
 namespace {
@@ -39,16 +41,17 @@ QList<zgCurveLocation *> XPath::divideLocations(QList<zgCurveLocation *> locatio
 
     // Hangs the partner of location on segment, or, where segment carries a
     // location already, joins every chain standing at that point into one.
-    const auto linkAtSegment = [](zgSegment *segment, zgCurveLocation *location) {
+    // The joins are those of linkIntersections with every location on the
+    // chain, without the walks.
+    zgLocationChains chains;
+    const auto linkAtSegment = [&chains](zgSegment *segment, zgCurveLocation *location) {
         zgCurveLocation *inter = segment->intersection();
         zgCurveLocation *dest = location->intersection();
         if (!inter) {
             segment->setIntersection(dest);
             return;
         }
-        linkIntersections(inter, dest);
-        for (zgCurveLocation *chained = inter; chained; chained = chained->next())
-            linkIntersections(chained->intersection(), inter);
+        chains.linkAt(inter, dest);
     };
 
     for (int i = locations.size() - 1; i >= 0; --i) {
