@@ -10,8 +10,8 @@
 #   fuzz/run.sh ... NAME...          only the named harnesses (e.g. boolean_fuzzer)
 #
 # An input that runs longer than 60 s counts as a hang: the slowest known
-# inputs (booleans on dozens of stacked contours) take about 15 s under the
-# sanitizers.
+# inputs (booleans on dozens of stacked contours) take about 13 s under the
+# sanitizers, and twice that on a busy machine.
 #
 # The checked-in seeds (fuzz/corpus/NAME) are read, never written: each run
 # grows a working corpus in build-fuzz/corpus/NAME. A finding stops the run
